@@ -1,0 +1,15 @@
+// Test controls of the native seam: a profile held in memory, a beep counter,
+// and hooks that stand for the window calls of the notify and focus paths.
+#pragma once
+#include "seam.h"
+
+#ifndef _WIN32
+void SeamNativeSetProfile(LPCSTR section, LPCSTR key, LPCSTR value); // null value removes
+void SeamNativeClearProfile();
+int SeamNativeBeeps(); // beeps since the last reset
+void SeamNativeResetBeeps();
+typedef DWORD (*SeamNotifyHook)(LPVOID record, UINT code);
+typedef HWND (*SeamFocusHook)(HWND w);
+typedef LONG (*SeamWindowLongHook)(HWND w, int index);
+void SeamNativeSetHooks(SeamNotifyHook notify, SeamFocusHook focus, SeamWindowLongHook windowLong);
+#endif
