@@ -13,3 +13,8 @@ extern int g_nTLZero;           // the profile's leading-zero setting, kept for 
 extern char g_sz1159[4];        // morning text
 extern char g_sz2359[4];        // afternoon text
 extern char g_szCurrency[5];    // currency text
+
+// The shared static work area of the number and date code: a mask or a field
+// being read. Not re-entrant; every writer bounds itself by its size.
+constexpr int kTypedWorkSize = 128;
+extern char g_szTypedWork[kTypedWorkSize];
