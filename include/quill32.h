@@ -74,6 +74,38 @@
 #define HCLASS_TIME 't'
 #define HCLASS_CALC 'z'
 
+/* Type letters of the number family (classes b, c, n, z) */
+#define HTYPE_BYTE 'b'       /* unsigned 8 bits */
+#define HTYPE_CHAR 'h'       /* signed 8 bits */
+#define HTYPE_SHORT 's'      /* signed 16 bits */
+#define HTYPE_WORD 'w'       /* unsigned 16 bits */
+#define HTYPE_INT 'i'        /* signed 32 bits */
+#define HTYPE_LONG 'l'       /* signed 32 bits */
+#define HTYPE_ULONG 'u'      /* unsigned 32 bits */
+#define HTYPE_DWORD 'W'      /* unsigned 32 bits */
+#define HTYPE_FLOAT 'f'      /* IEEE single */
+#define HTYPE_DOUBLE 'd'     /* IEEE double */
+#define HTYPE_MONEY 'M'      /* two unsigned 32-bit words, reserved */
+/* Type letters of the date and time family (classes a, k) */
+#define HTYPE_DATETIME 'D'   /* an HDateTime, 10 bytes */
+#define HTYPE_SERIAL 'Q'     /* serial day from 1900-01-01, then milliseconds */
+#define HTYPE_SERIAL16 'q'   /* 16-bit serial day, then 16-bit minutes */
+#define HTYPE_TIME_T 'T'     /* calendar time of mktime and localtime */
+#define HTYPE_TM 'm'         /* the nine integers of struct tm */
+#define HTYPE_SYSTEMTIME 's' /* six words and 32-bit milliseconds */
+#define HTYPE_OLEDATE 'u'    /* double, days from 1899-12-30 */
+/* Type letters of class d */
+#define HTYPE_DOSDATE 'A'    /* packed day, month, year - 1980 */
+#define HTYPE_DMY 'a'        /* day byte, month byte, year word */
+#define HTYPE_YMD 'd'        /* year, month, day words */
+#define HTYPE_YYYYMMDD 'l'   /* signed 32-bit yyyymmdd */
+/* Type letters of class t */
+#define HTYPE_DOSTIME 'I'    /* packed hour, minute, second / 2 */
+#define HTYPE_HMSH 'i'       /* hour, minute, second, hundredths bytes */
+#define HTYPE_HMS 't'        /* hour, minute, second words */
+/* Type letter of the text classes m, s */
+#define HTYPE_STRING 's'
+
 /* @@SECTION defines: later families add their constants above this line */
 
 #ifndef RC_INVOKED
