@@ -25,6 +25,9 @@ inline DWORD SeamNotify(LPVOID record, UINT code) { return HCtlNotify(record, co
 inline HWND SeamSetFocus(HWND w) { return SetFocus(w); }
 inline LONG SeamGetWindowLong(HWND w, int index) { return GetWindowLongA(w, index); }
 inline BOOL SeamIsWindow(HWND w) { return IsWindow(w); }
+inline BOOL SeamDestroyWindow(HWND w) { return DestroyWindow(w); }
+// Base units of a font (0: the system font): width low, height high.
+inline DWORD SeamBaseUnits(HFONT f) { return GetBaseUnits(f); }
 inline HFILE SeamFileOpen(LPCSTR name) { return _lopen(name, OF_READ | OF_SHARE_DENY_WRITE); }
 inline HFILE SeamFileCreate(LPCSTR name) { return _lcreat(name, 0); }
 inline UINT SeamFileRead(HFILE f, void* buf, UINT n) { return _lread(f, buf, n); }
@@ -45,6 +48,8 @@ DWORD SeamNotify(LPVOID record, UINT code);
 HWND SeamSetFocus(HWND w);
 LONG SeamGetWindowLong(HWND w, int index);
 BOOL SeamIsWindow(HWND w);
+BOOL SeamDestroyWindow(HWND w);
+DWORD SeamBaseUnits(HFONT f);
 HFILE SeamFileOpen(LPCSTR name);
 HFILE SeamFileCreate(LPCSTR name);
 UINT SeamFileRead(HFILE f, void* buf, UINT n);

@@ -35,6 +35,8 @@ int g_beeps;
 SeamNotifyHook g_notify;
 SeamFocusHook g_focus;
 SeamWindowLongHook g_windowLong;
+SeamBaseUnitsHook g_baseUnits;
+int g_destroyedWindows;
 
 } // namespace
 
@@ -96,6 +98,13 @@ DWORD SeamNotify(LPVOID record, UINT code) { return g_notify ? g_notify(record, 
 HWND SeamSetFocus(HWND w) { return g_focus ? g_focus(w) : nullptr; }
 LONG SeamGetWindowLong(HWND w, int index) { return g_windowLong ? g_windowLong(w, index) : 0; }
 BOOL SeamIsWindow(HWND w) { return w != nullptr; }
+BOOL SeamDestroyWindow(HWND w)
+{
+    if (!w) return FALSE;
+    ++g_destroyedWindows;
+    return TRUE;
+}
+DWORD SeamBaseUnits(HFONT f) { return g_baseUnits ? g_baseUnits(f) : MAKELONG(8, 16); }
 
 HFILE SeamFileOpen(LPCSTR name) { return name ? open(name, O_RDONLY) : HFILE_ERROR; }
 HFILE SeamFileCreate(LPCSTR name) { return name ? open(name, O_WRONLY | O_CREAT | O_TRUNC, 0644) : HFILE_ERROR; }
@@ -130,3 +139,5 @@ void SeamNativeSetHooks(SeamNotifyHook notify, SeamFocusHook focus, SeamWindowLo
     g_focus = focus;
     g_windowLong = windowLong;
 }
+void SeamNativeSetBaseUnitsHook(SeamBaseUnitsHook hook) { g_baseUnits = hook; }
+int SeamNativeDestroyedWindows() { return g_destroyedWindows; }

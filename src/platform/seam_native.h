@@ -12,4 +12,8 @@ typedef DWORD (*SeamNotifyHook)(LPVOID record, UINT code);
 typedef HWND (*SeamFocusHook)(HWND w);
 typedef LONG (*SeamWindowLongHook)(HWND w, int index);
 void SeamNativeSetHooks(SeamNotifyHook notify, SeamFocusHook focus, SeamWindowLongHook windowLong);
+// Base units that SeamBaseUnits gives for a font; null restores 8 by 16 for every font.
+typedef DWORD (*SeamBaseUnitsHook)(HFONT f);
+void SeamNativeSetBaseUnitsHook(SeamBaseUnitsHook hook);
+int SeamNativeDestroyedWindows(); // SeamDestroyWindow calls so far
 #endif
