@@ -8,31 +8,30 @@
 
 namespace {
 
-constexpr const char* kKeys[] = {"sThousand", "sDecimal", "sDate", "sShortDate", "sTime",
-                                 "iTLZero", "iTime", "s1159", "s2359", "sCurrency"};
+constexpr const char* kKeys[10] = {"sThousand", "sDecimal", "sDate", "sShortDate", "sTime",
+                                   "iTLZero", "iTime", "s1159", "s2359", "sCurrency"};
 constexpr char kAbsent[] = "\x01" "absent";
 
 // Each test leaves the profile keys and the library's locale as it found them,
 // so that the number and date tests see the same locale whatever runs first.
 class Locale : public ::testing::Test {
 protected:
-    struct Saved {
-        char thousand, decimal, date, time;
-        char dateFormat[16], timeFormat[16];
-        int tlZero;
-        char am[4], pm[4], currency[5];
-    } saved_;
-    std::string profile_[sizeof kKeys / sizeof kKeys[0]];
+    struct Global {
+        void* address;
+        size_t size;
+    };
+    const Global globals_[10] = {
+        {&g_cThousandSep, 1}, {&g_cDecimalSep, 1}, {&g_cDateSep, 1}, {&g_cTimeSep, 1},
+        {g_szDateFormat, sizeof g_szDateFormat}, {g_szTimeFormat, sizeof g_szTimeFormat},
+        {&g_nTLZero, sizeof g_nTLZero}, {g_sz1159, sizeof g_sz1159}, {g_sz2359, sizeof g_sz2359},
+        {g_szCurrency, sizeof g_szCurrency}};
+    std::string saved_[10];
+    std::string profile_[10];
 
     void SetUp() override
     {
-        saved_ = {g_cThousandSep, g_cDecimalSep, g_cDateSep, g_cTimeSep, {}, {}, g_nTLZero, {}, {}, {}};
-        memcpy(saved_.dateFormat, g_szDateFormat, sizeof g_szDateFormat);
-        memcpy(saved_.timeFormat, g_szTimeFormat, sizeof g_szTimeFormat);
-        memcpy(saved_.am, g_sz1159, sizeof g_sz1159);
-        memcpy(saved_.pm, g_sz2359, sizeof g_sz2359);
-        memcpy(saved_.currency, g_szCurrency, sizeof g_szCurrency);
-        for (size_t i = 0; i < sizeof kKeys / sizeof kKeys[0]; ++i) {
+        for (size_t i = 0; i < 10; ++i) {
+            saved_[i].assign((const char*)globals_[i].address, globals_[i].size);
             char value[64];
             SeamProfileString("Intl", kKeys[i], kAbsent, value, sizeof value);
             profile_[i] = value;
@@ -42,24 +41,16 @@ protected:
 
     void TearDown() override
     {
-        for (size_t i = 0; i < sizeof kKeys / sizeof kKeys[0]; ++i)
+        for (size_t i = 0; i < 10; ++i)
             TestSetProfile("Intl", kKeys[i], profile_[i] == kAbsent ? nullptr : profile_[i].c_str());
         GetIntlSettings();
-        g_cThousandSep = saved_.thousand;
-        g_cDecimalSep = saved_.decimal;
-        g_cDateSep = saved_.date;
-        g_cTimeSep = saved_.time;
-        g_nTLZero = saved_.tlZero;
-        memcpy(g_szDateFormat, saved_.dateFormat, sizeof g_szDateFormat);
-        memcpy(g_szTimeFormat, saved_.timeFormat, sizeof g_szTimeFormat);
-        memcpy(g_sz1159, saved_.am, sizeof g_sz1159);
-        memcpy(g_sz2359, saved_.pm, sizeof g_sz2359);
-        memcpy(g_szCurrency, saved_.currency, sizeof g_szCurrency);
+        for (size_t i = 0; i < 10; ++i)
+            memcpy(globals_[i].address, saved_[i].data(), globals_[i].size);
     }
 
     static void SetAll(const char* const values[10])
     {
-        for (size_t i = 0; i < sizeof kKeys / sizeof kKeys[0]; ++i)
+        for (size_t i = 0; i < 10; ++i)
             TestSetProfile("Intl", kKeys[i], values[i]);
     }
 };

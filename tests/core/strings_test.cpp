@@ -87,14 +87,6 @@ TEST(StringsStringParse, FollowsReplaceEscapeStopOrder)
     }
 }
 
-TEST(StringsStringParse, ReturnsTheSameStaticBufferEachCall)
-{
-    LPSTR first = StringParse("abc", 0, 0, 0, 0, nullptr);
-    LPSTR second = StringParse("xy", 0, 0, 0, 0, nullptr);
-    EXPECT_EQ(first, second);
-    EXPECT_STREQ("xy", second);
-}
-
 TEST(StringsStringParse, LongTextIsCutAtTheBufferButRestStillPassesTheStop)
 {
     std::string text(400, 'a');
