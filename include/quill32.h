@@ -106,6 +106,9 @@
 /* Type letter of the text classes m, s */
 #define HTYPE_STRING 's'
 
+/* ---- Dates ---- */
+#define HN_BADDATE 0x602 /* a date or time check found a bad field; a veto returns the focus */
+
 /* @@SECTION defines: later families add their constants above this line */
 
 #ifndef RC_INVOKED
@@ -269,6 +272,10 @@ LONG QUILLAPI HLListInsert(HLList *list, LONG index, LPVOID data);
 BOOL QUILLAPI HLListRemove(HLList *list, LONG index);
 LPVOID QUILLAPI HLListFind(HLList *list, LPCVOID key, LONG start, LPLONG found);
 LONG QUILLAPI HLListAdd(HLList *list, LPVOID data);
+
+/* ---- Dates and times ---- */
+BOOL QUILLAPI DateTimeToData(const HDateTime *record, LPVOID value, char type);
+BOOL QUILLAPI DataToDateTime(HDateTime *record, LPCVOID value, char type);
 
 /* @@SECTION functions: later families add their prototypes above this line */
 

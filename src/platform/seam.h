@@ -25,6 +25,8 @@ inline DWORD SeamNotify(LPVOID record, UINT code) { return HCtlNotify(record, co
 inline HWND SeamSetFocus(HWND w) { return SetFocus(w); }
 inline LONG SeamGetWindowLong(HWND w, int index) { return GetWindowLongA(w, index); }
 inline BOOL SeamIsWindow(HWND w) { return IsWindow(w); }
+// The instance record of a control window (HM_GETPTR); null for a plain window.
+inline LPVOID SeamGetRecord(HWND w) { return (LPVOID)SendMessageA(w, HM_GETPTR, 0, 0); }
 inline BOOL SeamDestroyWindow(HWND w) { return DestroyWindow(w); }
 // Base units of a font (0: the system font): width low, height high.
 inline DWORD SeamBaseUnits(HFONT f) { return GetBaseUnits(f); }
@@ -48,6 +50,7 @@ DWORD SeamNotify(LPVOID record, UINT code);
 HWND SeamSetFocus(HWND w);
 LONG SeamGetWindowLong(HWND w, int index);
 BOOL SeamIsWindow(HWND w);
+LPVOID SeamGetRecord(HWND w);
 BOOL SeamDestroyWindow(HWND w);
 DWORD SeamBaseUnits(HFONT f);
 HFILE SeamFileOpen(LPCSTR name);

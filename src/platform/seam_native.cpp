@@ -37,6 +37,7 @@ SeamFocusHook g_focus;
 SeamWindowLongHook g_windowLong;
 SeamBaseUnitsHook g_baseUnits;
 int g_destroyedWindows;
+SeamRecordHook g_record;
 
 } // namespace
 
@@ -98,6 +99,7 @@ DWORD SeamNotify(LPVOID record, UINT code) { return g_notify ? g_notify(record, 
 HWND SeamSetFocus(HWND w) { return g_focus ? g_focus(w) : nullptr; }
 LONG SeamGetWindowLong(HWND w, int index) { return g_windowLong ? g_windowLong(w, index) : 0; }
 BOOL SeamIsWindow(HWND w) { return w != nullptr; }
+LPVOID SeamGetRecord(HWND w) { return g_record && w ? g_record(w) : nullptr; }
 BOOL SeamDestroyWindow(HWND w)
 {
     if (!w) return FALSE;
@@ -141,3 +143,4 @@ void SeamNativeSetHooks(SeamNotifyHook notify, SeamFocusHook focus, SeamWindowLo
 }
 void SeamNativeSetBaseUnitsHook(SeamBaseUnitsHook hook) { g_baseUnits = hook; }
 int SeamNativeDestroyedWindows() { return g_destroyedWindows; }
+void SeamNativeSetRecordHook(SeamRecordHook hook) { g_record = hook; }

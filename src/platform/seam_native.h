@@ -16,4 +16,7 @@ void SeamNativeSetHooks(SeamNotifyHook notify, SeamFocusHook focus, SeamWindowLo
 typedef DWORD (*SeamBaseUnitsHook)(HFONT f);
 void SeamNativeSetBaseUnitsHook(SeamBaseUnitsHook hook);
 int SeamNativeDestroyedWindows(); // SeamDestroyWindow calls so far
+// The record that SeamGetRecord gives for a window; null hook: no window has one.
+typedef LPVOID (*SeamRecordHook)(HWND w);
+void SeamNativeSetRecordHook(SeamRecordHook hook);
 #endif
