@@ -461,6 +461,17 @@ TEST_F(HLListTest, SortedAddOfNullDataLandsAtTheFront)
     HLListDestroy(l);
 }
 
+TEST_F(HLListTest, SortedAddWithFailingAllocReportsAsInsertOrAppend)
+{
+    HLList* l = IntList({10, 20}, 1);
+    g_allocBudget = 0;
+    LONG front = 5, back = 30;
+    EXPECT_EQ(HLListAdd(l, &front), -1) << "within range: the insert's failure";
+    EXPECT_EQ(HLListAdd(l, &back), 1) << "at the end: count - 1, as the append path reports";
+    EXPECT_EQ(Values(l), (std::vector<LONG>{10, 20}));
+    HLListDestroy(l);
+}
+
 TEST_F(HLListTest, UnsortedAddAppends)
 {
     HLList* l = IntList({5, 1});
@@ -497,17 +508,6 @@ TEST_F(HLListTest, CopyAppendsUnsortedAndAsksDestDataWithSourceNodes)
     HLListDestroy(source);
 }
 
-TEST_F(HLListTest, CopyLeavesOutItemsWhoseAllocFails)
-{
-    HLList* dest = IntList({});
-    HLList* source = IntList({4, 5, 6});
-    g_allocBudget = 1;
-    EXPECT_EQ(HLListCopy(dest, source), 1);
-    EXPECT_EQ(Values(dest), (std::vector<LONG>{4}));
-    HLListDestroy(dest);
-    HLListDestroy(source);
-}
-
 TEST_F(HLListTest, CopyToSelfGrowsWhileAllocSucceeds)
 {
     HLList* l = IntList({1, 2});
@@ -519,6 +519,7 @@ TEST_F(HLListTest, CopyToSelfGrowsWhileAllocSucceeds)
     HLListDestroy(l);
 }
 
+// A failed allocation drops the item from a copy without a word.
 TEST_F(HLListTest, DupKeepsCallbacksSizeAndSortedButNotUserWord)
 {
     HLList* source = IntList({3, 1, 2}, 1);
