@@ -109,6 +109,59 @@
 /* ---- Dates ---- */
 #define HN_BADDATE 0x602 /* a date or time check found a bad field; a veto returns the focus */
 
+/* ---- Numbers ---- */
+#define HNUM_GROUP 0x0001 /* HNumMask.flags: group the integer part by thousands */
+#define HNUM_MINUS 0x0002 /* HNumMask.flags: write a minus sign */
+
+/* ---- Grid data ---- */
+/* HGS_ bits: the low word of HGridData.style */
+#define HGS_READONLY 0x0001
+#define HGS_NOGRIDLINES 0x0002
+#define HGS_MDICHILD 0x0004
+#define HGS_INPLACE 0x0008
+#define HGS_NEWROW 0x0010
+#define HGS_SIZEROWS 0x0020
+#define HGS_SIZECOLS 0x0040
+#define HGS_ROWHEADERS 0x0080
+#define HGS_COLHEADERS 0x0100
+#define HGS_INSDEL 0x0200
+#define HGS_DLGKEYS 0x0400
+#define HGS_KEEPSEL 0x0800
+#define HGS_FIELDMAP 0x1000
+#define HGS_ROWSELECT 0x2000
+#define HGS_SINGLESEL 0x4000
+#define HGS_KEEPBARS 0x8000
+/* HGridData.options: metrics in nominal units of a 4 by 8 font (low two bits equal to 1) */
+#define HGO_UNITS 1
+/* HGField.flags */
+#define HGF_HIDDEN 0x0001
+#define HGF_READONLY 0x0004
+#define HGF_CODED 0x0008
+/* recordStatus of a grid record */
+#define HGR_DIRTY 0x0001
+#define HGR_NEW 0x0002
+#define HGR_MARKED 0x0008
+/* cellStatus word of a cell */
+#define HGC_NULL 0x0001
+/* Class bits of HGridWindow.wFlags */
+#define HGW_TRACKING 0x0001
+#define HGW_CELLSHOWN 0x0002
+#define HGW_PARTIALROW 0x0004
+#define HGW_LINEDRAWN 0x0008
+#define HGW_COLDRAG 0x0010
+#define HGW_EDITORSHOWN 0x0020
+#define HGW_EDITING 0x0040
+#define HGW_RANGE 0x0080
+#define HGW_VIRTUAL 0x0400
+#define HGW_SILENT 0x4000
+#define HGW_SELECTING 0x8000
+/* .GRS version words, and the resource type of a grid in a module */
+#define HGV_GH 0x4847 /* header items 0 to 5 */
+#define HGV_HH 0x4848 /* header items 0 to 5, the name written with its length twice */
+#define HGV_IH 0x4849 /* header items 0 to 7 */
+#define HGV_JH 0x484A /* header items 0 to 7; what HGridCreate sets */
+#define HGRID_RESOURCE_TYPE 300
+
 /* @@SECTION defines: later families add their constants above this line */
 
 #ifndef RC_INVOKED
@@ -187,6 +240,129 @@ typedef struct HLList {
     HLNode *last;                     /* last node, null when empty */
     HLNode *cursor;                   /* the cached node */
 } HLList;
+
+/* One section of a number mask as HNumMaskParse counts it. */
+typedef struct HNumMask {
+    BYTE sectionLength;      /* mask characters in the section, "." part included */
+    BYTE intLength;          /* mask characters in the integer part */
+    BYTE intSlots;           /* "#", "*" and "0" positions of the integer part */
+    BYTE intZeros;           /* "0" positions of the integer part */
+    signed char intMax;      /* digit capacity of the integer part; -1 with a "*" */
+    BYTE intLiterals;        /* literals of the integer part */
+    BYTE fracLength;         /* mask characters from the "." on */
+    BYTE fracSlots;          /* digit positions of the fraction part */
+    BYTE fracZeros;          /* "0" positions of the fraction part */
+    signed char fracMax;     /* digit capacity of the fraction part; -1 with a "*" */
+    BYTE fracLiterals;       /* literals of the fraction part, the "." among them */
+    BYTE bFiller;            /* keeps flags on a 16-bit boundary */
+    WORD flags;              /* HNUM_GROUP, HNUM_MINUS */
+} HNumMask;
+
+/* Validator of ParseData: receives the control and its GWL_ID; non-zero refuses the value. */
+typedef int(CALLBACK *HDATAVALIDATEPROC)(HWND hWnd, LONG id);
+
+/* ---- Grid data ---- */
+
+/* A column of a grid: a typed field of its records. */
+typedef struct HGField {
+    WORD flags;          /* HGF_ bits; the others are kept and saved */
+    SHORT width;         /* column width, at least 2 */
+    SHORT height;        /* drop-down height of "c" and "d" editors */
+    SHORT size;          /* bytes of the cell in a record */
+    char classLetter;    /* first type pair */
+    char typeLetter;
+    char classLetter2;   /* second pair: the code's type of an HGF_CODED field */
+    char typeLetter2;
+    char editorKind;     /* "c", "d", "e", "k" or "l"; anything else has no editor */
+    DWORD editorStyle;   /* window style of the editor */
+    LPSTR title;         /* owned; header text and lookup key */
+    LPSTR format;        /* owned, never null */
+    SHORT offset;        /* where the cell begins in the cell area */
+    HCtlBase *editor;    /* the editor's record, not owned; null until linked */
+} HGField;
+
+/* The whole state of a grid, window or not. */
+typedef struct HGridData {
+    WORD version;         /* .GRS format number; 0x484A when created */
+    DWORD style;          /* HGS_ bits low, WS_ bits high */
+    DWORD options;        /* HGO_UNITS in the low two bits; the rest kept */
+    SHORT frozenCols;     /* leading columns that do not scroll */
+    SHORT rowHeight;      /* height of every row */
+    SHORT rowHeaderWidth; /* width of the row header strip */
+    SHORT colHeaderHeight;/* height of the column header strip */
+    SHORT minRows;        /* blank records that linking guarantees */
+    LPSTR name;           /* owned; also the window text */
+    HLList *fields;       /* owned; the fields in display order */
+    HLList *records;      /* owned; itemSize = cells + status words, userWord = cells */
+    HLList *fieldMap;     /* owned, may be null; field index of each storage position */
+} HGridData;
+
+/* One node of HGridData.records. */
+typedef struct HGRecord {
+    HLNode link;          /* next record */
+    WORD recordStatus;    /* HGR_ bits */
+    BYTE cells[1];        /* cell area (userWord bytes), then one cellStatus word per field */
+} HGRecord;
+
+#if defined(QUILL32_NATIVE) && !defined(OFS_MAXPATHNAME)
+#define OFS_MAXPATHNAME 128
+typedef struct _OFSTRUCT {
+    BYTE cBytes;
+    BYTE fFixedDisk;
+    WORD nErrCode;
+    WORD Reserved1;
+    WORD Reserved2;
+    CHAR szPathName[OFS_MAXPATHNAME];
+} OFSTRUCT, *LPOFSTRUCT;
+#endif
+
+/* A node of the grid stash: a grid kept by owner thread and name. */
+typedef struct HGStashEntry {
+    HLNode link;          /* next entry */
+    DWORD owner;          /* key: thread of the window */
+    DWORD reserved;       /* not used */
+    HGridData *grid;      /* owned */
+    char name[14];        /* key: at most 12 characters */
+    OFSTRUCT file;        /* as HGridLoad left it */
+} HGStashEntry;
+
+/* I/O callback of HGLoad and HGSave: moves count bytes; 0 on success. */
+typedef LONG(CALLBACK *HGIoProc)(LPVOID context, LPVOID buffer, LONG count);
+/* Row source of a grid in virtual mode. */
+typedef LONG(CALLBACK *HGridDataProc)(HWND hWnd, UINT operation, LONG position, LPVOID data);
+
+/* Instance record of an HGrid window. */
+typedef struct HGridWindow {
+    HWND hWnd;            /* HCtlBase up to wFlags */
+    HWND hNotify;
+    WORD wId;
+    WORD wPad;
+    HFONT hFont;
+    WORD wFlags;          /* HCTLF_ and HGW_ bits */
+    HBRUSH hBrush;        /* background brush, 0 to ask the notify target */
+    SHORT leftCol;        /* first scrolled column shown */
+    SHORT topRow;         /* row index of the first row shown */
+    LONG rowBase;         /* virtual mode: record number of row index 0 */
+    SHORT visibleRows;    /* rows shown, the cut one included */
+    SHORT notifyCol;      /* the cell of the notification under way */
+    SHORT notifyRow;
+    SHORT anchorCol;      /* where the selection began; -1 for whole rows or columns */
+    SHORT anchorRow;
+    SHORT curCol;         /* the current cell */
+    SHORT curRow;
+    HWND hBar;            /* edit bar, 0 if none */
+    HWND hEditor;         /* editor of the current cell, 0 if none */
+    LPVOID recordMirror;  /* application buffer following the current record; not owned */
+    HGridData *grid;      /* owned */
+    LPSTR designName;     /* owned; design time only: the stash key */
+    SHORT cacheSize;      /* rows held in records */
+    LONG vScale;          /* records per step of the vertical scroll bar */
+    LONG vScrollPos;
+    LONG hScrollPos;
+    LONG hScrollMax;
+    LONG totalRecords;    /* records in the table */
+    HGridDataProc dataProc; /* row source, null if none */
+} HGridWindow;
 
 /* @@SECTION types: later families add their records above this line */
 
@@ -277,6 +453,60 @@ LONG QUILLAPI HLListAdd(HLList *list, LPVOID data);
 BOOL QUILLAPI DateTimeToData(const HDateTime *record, LPVOID value, char type);
 BOOL QUILLAPI DataToDateTime(HDateTime *record, LPCVOID value, char type);
 
+/* ---- Numbers ---- */
+double QUILLAPI NumToDouble(LPCVOID value, char type);
+BOOL QUILLAPI DoubleToNum(LPVOID value, char type, double number);
+LPCSTR QUILLAPI HNumMaskParse(LPCSTR mask, BOOL negative, BOOL editing, HNumMask *parsed);
+int QUILLAPI HFormatDouble(double number, LPCSTR mask, LPSTR text, int size, BOOL editing);
+double QUILLAPI HNumStrip(LPCSTR text);
+
+/* ---- FormatData and ParseData ---- */
+int QUILLAPI FormatData(LPCVOID value, char cls, char type, LPCSTR mask, LPSTR text, int size,
+                        LPBOOL negative, BOOL editing);
+int QUILLAPI ParseData(HWND hWnd, LPVOID value, char cls, char type, LPCSTR mask, LPCSTR text,
+                       HDATAVALIDATEPROC validator);
+BOOL QUILLAPI HBoolIsTrue(char type, LPCVOID value);
+BOOL QUILLAPI HBoolStore(char type, LPVOID value, BOOL truth);
+int QUILLAPI HBoolFormat(BOOL truth, LPCSTR mask, LPSTR text, int size);
+BOOL QUILLAPI HBoolParse(LPCSTR mask, LPCSTR text);
+int QUILLAPI HMaskApply(LPCSTR source, LPCSTR mask, LPSTR target, int size, BOOL strip);
+
+/* ---- Grid data ---- */
+HGridData *QUILLAPI HGridCreate(LPCSTR name, DWORD style, DWORD options, int frozenCols,
+                                int rowHeight, int rowHeaderWidth, int colHeaderHeight, int minRows);
+BOOL QUILLAPI HGridEmpty(HGridData *grid);
+BOOL QUILLAPI HGridDestroy(HGridData *grid);
+BOOL QUILLAPI HGridCopy(HGridData *dest, HGridData *source);
+HGridData *QUILLAPI HGridDup(HGridData *grid);
+BOOL QUILLAPI HGridChanged(HGridData *a, HGridData *b);
+BOOL QUILLAPI HGridScale(HGridData *grid, HFONT from, HFONT to);
+BOOL QUILLAPI HGCreateFldMap(HGridData *grid);
+HGField *QUILLAPI HGFieldCreate(LPCSTR title, UINT flags, int width, int height, char classLetter,
+                                char typeLetter, char classLetter2, char typeLetter2, int size,
+                                char editorKind, DWORD editorStyle, LPCSTR format);
+BOOL QUILLAPI HGFieldDestroy(HGField *field);
+HGField *QUILLAPI HGFldDup(const HGField *field);
+int QUILLAPI HGInsertFld(HGridData *grid, HGField *field, int index);
+void QUILLAPI HGFixOffsets(HGridData *grid);
+int QUILLAPI HGAppendFld(HGridData *grid, HGField *field);
+int QUILLAPI HGMoveFld(HGridData *grid, int from, int to);
+BOOL QUILLAPI HGRemoveFld(HGridWindow *gw, int index);
+HGField *QUILLAPI HGFieldAt(HGridData *grid, int index);
+int QUILLAPI HGMapPosOf(HGridData *grid, int index);
+void QUILLAPI HGCreateStash(void);
+HLList *QUILLAPI HGGetStash(void);
+void QUILLAPI StashGrid(HGridData *grid, DWORD owner, LPCSTR name, const OFSTRUCT *file);
+HGStashEntry *QUILLAPI GetStashed(DWORD owner, LPCSTR name, LPLONG index);
+BOOL QUILLAPI RemoveStashed(DWORD owner, LPCSTR name);
+void QUILLAPI HGStashFld(HGField *field);
+HGField *QUILLAPI HGGetFldStash(void);
+
+/* ---- Grid files ---- */
+HGridData *QUILLAPI HGLoad(HGIoProc proc, LPVOID context);
+BOOL QUILLAPI HGSave(HGIoProc proc, LPVOID context, UINT version, HGridData *grid);
+HGridData *QUILLAPI HGridLoad(LPCSTR fileName, OFSTRUCT *of);
+HGridData *QUILLAPI HGLoadResourceGrid(HMODULE module, LPCSTR name);
+
 /* @@SECTION functions: later families add their prototypes above this line */
 
 #ifdef __cplusplus
@@ -288,9 +518,25 @@ static_assert(sizeof(HCtlBase) == 20, "HCtlBase layout");
 static_assert(offsetof(HCtlBase, hFont) == 12 && offsetof(HCtlBase, wFlags) == 16, "HCtlBase layout");
 static_assert(offsetof(HCtlBaseEx, dwStyle) == 18 && offsetof(HCtlBaseEx, wExtra) == 22, "HCtlBaseEx layout");
 static_assert(sizeof(HCtlBaseEx) == 24, "HCtlBaseEx layout");
+static_assert(sizeof(HGField) == 36 && offsetof(HGField, editorStyle) == 16 &&
+              offsetof(HGField, offset) == 28 && offsetof(HGField, editor) == 32, "HGField layout");
+static_assert(sizeof(HGridData) == 40 && offsetof(HGridData, style) == 4 &&
+              offsetof(HGridData, minRows) == 20 && offsetof(HGridData, name) == 24 &&
+              offsetof(HGridData, fieldMap) == 36, "HGridData layout");
+static_assert(offsetof(HGRecord, recordStatus) == 4 && offsetof(HGRecord, cells) == 6, "HGRecord layout");
+static_assert(sizeof(OFSTRUCT) == 136, "OFSTRUCT layout");
+static_assert(offsetof(HGStashEntry, grid) == 12 && offsetof(HGStashEntry, name) == 16 &&
+              offsetof(HGStashEntry, file) == 30 && sizeof(HGStashEntry) == 168, "HGStashEntry layout");
+static_assert(offsetof(HGridWindow, hBrush) == 20 && offsetof(HGridWindow, rowBase) == 28 &&
+              offsetof(HGridWindow, curRow) == 44 && offsetof(HGridWindow, hBar) == 48 &&
+              offsetof(HGridWindow, grid) == 60 && offsetof(HGridWindow, cacheSize) == 68 &&
+              offsetof(HGridWindow, vScale) == 72 && offsetof(HGridWindow, dataProc) == 92 &&
+              sizeof(HGridWindow) == 96, "HGridWindow layout");
 static_assert(sizeof(HLList) == 52 && offsetof(HLList, flags) == 36 && offsetof(HLList, cursor) == 48, "HLList layout");
 #endif
 #if defined(__cplusplus)
+static_assert(sizeof(HNumMask) == 14 && offsetof(HNumMask, fracLiterals) == 10 &&
+              offsetof(HNumMask, flags) == 12, "HNumMask layout");
 static_assert(sizeof(HDateTime) == 10 && offsetof(HDateTime, wMillisecond) == 8, "HDateTime layout");
 #endif
 

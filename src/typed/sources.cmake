@@ -1,3 +1,4 @@
 # Sources of src/typed.
 list(APPEND QUILL_CORE_SOURCES typed/locale.cpp)
 list(APPEND QUILL_CORE_SOURCES typed/types.cpp)
+list(APPEND QUILL_CORE_SOURCES typed/numbers.cpp)
