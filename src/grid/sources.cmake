@@ -1,1 +1,2 @@
 # Sources of src/grid.
+list(APPEND QUILL_CORE_SOURCES grid/griddata.cpp grid/gridfile.cpp)
