@@ -292,34 +292,36 @@ LONG HGFieldCompare(const HGField* a, const HGField* b)
 
 // ---- Records ----
 
+// Each record is reallocated in place where the heap allows: the kept bytes and
+// the zero growth are those of a new block with the smaller size copied.
 BOOL HGResizeRecords(HGridData* grid, LONG newSize)
 {
     HLList* records = grid->records;
     if (newSize < 0)
         newSize = 0;
-    size_t keep = (size_t)MinLong(records->itemSize > 0 ? records->itemSize : 0, newSize) + kHGRecordHead;
     if (records->first && records->count > 0) {
-        // prev starts at last, so that replacing the first node closes the ring at once.
+        // prev starts at last, so that a moved first node closes the ring at once.
         HLNode* prev = records->last;
         HLNode* old = records->first;
         for (LONG i = 0; i < records->count; ++i) {
             HLNode* next = old->next;
-            HLNode* node = (HLNode*)SeamAlloc((size_t)newSize + kHGRecordHead);
+            HLNode* node = (HLNode*)SeamReAlloc(old, (size_t)newSize + kHGRecordHead);
             if (!node) {
-                // The ring is whole; the cursor may have stood on a node now freed.
+                // The ring is whole; the cursor may have stood on a node that moved.
                 records->cursor = records->first;
                 records->cursorIndex = 0;
                 return FALSE;
             }
-            size_t have = SeamSize(old);
-            memcpy(node, old, keep < have ? keep : have);
-            node->next = next == old ? node : next;
-            prev->next = node;
-            if (old == records->first)
-                records->first = node;
-            if (old == records->last)
-                records->last = node;
-            SeamFree(old);
+            if (node != old) {
+                if (next == old)
+                    node->next = node; // the only record links to itself
+                else
+                    prev->next = node;
+                if (old == records->first)
+                    records->first = node;
+                if (old == records->last)
+                    records->last = node;
+            }
             prev = node;
             old = next;
         }
