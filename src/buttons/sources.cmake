@@ -1,1 +1,2 @@
 # Sources of src/buttons.
+list(APPEND QUILL_WIN_SOURCES buttons/hbutt.cpp buttons/hstat.cpp buttons/htool.cpp)

@@ -1,1 +1,2 @@
 # Sources of src/list.
+list(APPEND QUILL_WIN_SOURCES list/hlist.cpp list/hcomb.cpp)

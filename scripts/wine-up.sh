@@ -1,0 +1,41 @@
+# Sourced: brings up what the Win32 programs need, once per run: a display
+# (Xvfb when there is none), the project's Wine prefix, a persistent wineserver
+# and one long-running Wine process. wine_down undoes what was started here.
+source "$(dirname "${BASH_SOURCE[0]}")/wine-env.sh"
+
+wine_up() {
+  local keepalive=$1   # path of wine_keepalive.exe, or empty
+  QUILL_STARTED_XVFB=
+  if [ -z "${DISPLAY:-}" ] || ! xdpyinfo >/dev/null 2>&1; then
+    local n
+    for n in 91 92 93 94 95 96 97 98; do
+      [ -e /tmp/.X11-unix/X$n ] || [ -e /tmp/.X$n-lock ] && continue
+      Xvfb :$n -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+      QUILL_STARTED_XVFB=$!
+      export DISPLAY=:$n
+      break
+    done
+    for _ in $(seq 50); do [ -e /tmp/.X11-unix/X${DISPLAY#:} ] && break; sleep 0.1; done
+  fi
+  mkdir -p "$(dirname "$WINEPREFIX")"
+  if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    wineboot -i >/dev/null 2>&1 || true
+    wineserver -w
+  fi
+  # Without a window manager every hide or destroy of a visible window waits 2 s
+  # unless Wine manages the windows itself.
+  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
+  wineserver -p
+  QUILL_KEEPALIVE=
+  if [ -n "$keepalive" ] && [ -f "$keepalive" ]; then
+    wine "$keepalive" >/dev/null 2>&1 &
+    QUILL_KEEPALIVE=$!
+  fi
+}
+
+wine_down() {
+  [ -n "${QUILL_KEEPALIVE:-}" ] && kill "$QUILL_KEEPALIVE" 2>/dev/null
+  wineserver -k 2>/dev/null || true
+  [ -n "${QUILL_STARTED_XVFB:-}" ] && kill "$QUILL_STARTED_XVFB" 2>/dev/null
+  return 0
+}
