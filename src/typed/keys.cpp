@@ -122,8 +122,10 @@ int NumberTypeChar(char cls, char type, Field& f, LPCSTR mask, int position, cha
     // Typing over the minus sign drops it; a refusal puts it back.
     int minusAt = -1;
     if (f.At(position) == '-' && key != '-') {
-        minusAt = position;
+        int length = f.length;
+        int at = position;
         position += DeleteWithCode(cls, type, f, mask, position, false);
+        if (f.length < length) minusAt = at;
     }
     int point = Find(f, g_cDecimalSep);
     bool accepted = false;
