@@ -2,6 +2,8 @@
 // validator of ParseData.
 #include "typed/format.h"
 #include "typed/typed_internal.h"
+#include "seam.h"
+#include "testseam.h"
 #include <gtest/gtest.h>
 #include <stdint.h>
 #include <string.h>
@@ -17,8 +19,14 @@ class Format : public ::testing::Test {
 protected:
     char decimal_ = 0, thousand_ = 0, dateSep_ = 0, timeSep_ = 0;
     char dateFormat_[16] = {}, timeFormat_[16] = {};
+    char am_[4] = {}, pm_[4] = {}, currency_[5] = {};
+    int leadingZero_ = 0;
     void SetUp() override
     {
+        memcpy(am_, g_sz1159, sizeof am_);
+        memcpy(pm_, g_sz2359, sizeof pm_);
+        memcpy(currency_, g_szCurrency, sizeof currency_);
+        leadingZero_ = g_nTLZero;
         decimal_ = g_cDecimalSep;
         thousand_ = g_cThousandSep;
         dateSep_ = g_cDateSep;
@@ -40,6 +48,10 @@ protected:
         g_cTimeSep = timeSep_;
         memcpy(g_szDateFormat, dateFormat_, sizeof dateFormat_);
         memcpy(g_szTimeFormat, timeFormat_, sizeof timeFormat_);
+        memcpy(g_sz1159, am_, sizeof am_);
+        memcpy(g_sz2359, pm_, sizeof pm_);
+        memcpy(g_szCurrency, currency_, sizeof currency_);
+        g_nTLZero = leadingZero_;
     }
 };
 
@@ -186,6 +198,33 @@ TEST_F(Format, DisplaysFollowTheLocaleSetters)
     ASSERT_TRUE(SetDateSep('.'));
     EXPECT_EQ(10, FormatData(&kYmd, 'd', 'l', "dd/mm/yyyy", text, sizeof text, nullptr, FALSE));
     EXPECT_STREQ("15.03.2024", text);
+}
+
+TEST_F(Format, DisplaysFollowTheProfilesIntlSection)
+{
+    const char* keys[] = {"sDecimal", "sThousand", "sDate", "sShortDate"};
+    const char* values[] = {",", ".", "-", "dd-mm-yyyy"};
+    std::string saved[4];
+    bool present[4];
+    for (int i = 0; i < 4; ++i) {
+        char value[32];
+        SeamProfileString("Intl", keys[i], "\x01", value, sizeof value);
+        present[i] = strcmp(value, "\x01") != 0;
+        saved[i] = value;
+        TestSetProfile("Intl", keys[i], values[i]);
+    }
+    GetIntlSettings();
+    char text[32];
+    EXPECT_EQ(8, FormatData(&kDouble, 'n', 'd', "#,##0.00", text, sizeof text, nullptr, FALSE));
+    EXPECT_STREQ("1.234,50", text);
+    EXPECT_EQ(10, FormatData(&kYmd, 'd', 'l', nullptr, text, sizeof text, nullptr, FALSE));
+    EXPECT_STREQ("15-03-2024", text);
+    double v = 0;
+    EXPECT_EQ(0, ParseData(nullptr, &v, 'n', 'd', nullptr, "-1.234,5", nullptr));
+    EXPECT_EQ(-1234.5, v);
+    for (int i = 0; i < 4; ++i)
+        TestSetProfile("Intl", keys[i], present[i] ? saved[i].c_str() : nullptr);
+    // TearDown puts the library's own values back.
 }
 
 // ---- ParseData ----
