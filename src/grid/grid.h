@@ -57,10 +57,11 @@ int HGMapEntry(const HLList* map, const HLNode* node);
 void HGMapSetEntry(const HLList* map, HLNode* node, int value);
 
 // ---- What removing a field asks of the grid window ----
-// The window code installs these (HGEditorClose and HGClampSelection); while
-// they are null, HGRemoveFld changes the data alone.
+// The window code installs these (HGEditorClose and HGClampSelection, by
+// assigning g_gridWindowHooks once); while they are null, HGRemoveFld changes
+// the data alone. This keeps the data model free of windows.
 struct HGWindowHooks {
-    void (*editorClose)(HGridWindow* gw);
+    BOOL (*editorClose)(HGridWindow* gw);
     BOOL (*clampSelection)(HGridWindow* gw, LONG anchorRecord, LONG curRecord);
 };
 extern HGWindowHooks g_gridWindowHooks;
