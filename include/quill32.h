@@ -162,6 +162,26 @@
 #define HGV_JH 0x484A /* header items 0 to 7; what HGridCreate sets */
 #define HGRID_RESOURCE_TYPE 300
 
+/* ---- Drawing: option bits of DrawPushButton ---- */
+#define DPB_DISABLED 0x01   /* text in COLOR_GRAYTEXT */
+#define DPB_DEFAULT 0x02    /* one more black line inside the frame */
+#define DPB_PRESSED 0x04    /* the face drawn pressed in */
+#define DPB_LEFT 0x08       /* text left-aligned */
+#define DPB_RIGHT 0x10      /* text right-aligned; wins over DPB_LEFT */
+#define DPB_EMBOSS 0x20     /* a white copy of the text one pixel right and down */
+#define DPB_SQUARE 0x40     /* square frame, no background fill */
+#define DPB_RETURNRECT 0x80 /* the rectangle comes back as the inner face */
+
+/* ---- Images: HImage.type ---- */
+#define HIMAGE_NONE 0
+#define HIMAGE_BITMAP 1 /* device-dependent bitmap */
+#define HIMAGE_ICON 2
+#define HIMAGE_DIB 3    /* bitmap made from a device-independent bitmap, with its palette */
+
+/* ---- HButt styles read by the drawing routines ---- */
+#define HBS_LEFT 0x0020  /* text left-aligned */
+#define HBS_RIGHT 0x0040 /* text right-aligned; wins over HBS_LEFT */
+
 /* @@SECTION defines: later families add their constants above this line */
 
 #ifndef RC_INVOKED
@@ -364,6 +384,13 @@ typedef struct HGridWindow {
     HGridDataProc dataProc; /* row source, null if none */
 } HGridWindow;
 
+/* An image shown by a control: a share of an entry of the library's image cache. */
+typedef struct HImage {
+    SHORT type;       /* HIMAGE_ kind; 0 for nothing */
+    HANDLE handle;    /* the HBITMAP or HICON */
+    HPALETTE palette; /* the palette of HIMAGE_DIB, else 0 */
+} HImage;
+
 /* @@SECTION types: later families add their records above this line */
 
 /* ---- Library and frame ---- */
@@ -507,6 +534,16 @@ BOOL QUILLAPI HGSave(HGIoProc proc, LPVOID context, UINT version, HGridData *gri
 HGridData *QUILLAPI HGridLoad(LPCSTR fileName, OFSTRUCT *of);
 HGridData *QUILLAPI HGLoadResourceGrid(HMODULE module, LPCSTR name);
 
+/* ---- Drawing and images ---- */
+void QUILLAPI DrawPushButton(HWND hWnd, HDC hDC, LPRECT rect, int depth, UINT options, LPCSTR text,
+                             HFONT hFont, HBITMAP hBitmap, COLORREF color);
+void QUILLAPI Draw3DBorder(HDC hDC, LPRECT rect, int style, BOOL fill);
+BOOL QUILLAPI HBDrawText(HDC hDC, LPARAM record, int length);
+BOOL QUILLAPI HImageLoad(HImage *image, HINSTANCE module, LPCSTR name);
+BOOL QUILLAPI HImageFree(HImage *image, BOOL force);
+int QUILLAPI HImageDraw(HDC hDC, const HImage *image, int x, int y, COLORREF transparent);
+BOOL QUILLAPI HImageGetSize(const HImage *image, LPINT width, LPINT height);
+
 /* @@SECTION functions: later families add their prototypes above this line */
 
 #ifdef __cplusplus
@@ -532,6 +569,7 @@ static_assert(offsetof(HGridWindow, hBrush) == 20 && offsetof(HGridWindow, rowBa
               offsetof(HGridWindow, grid) == 60 && offsetof(HGridWindow, cacheSize) == 68 &&
               offsetof(HGridWindow, vScale) == 72 && offsetof(HGridWindow, dataProc) == 92 &&
               sizeof(HGridWindow) == 96, "HGridWindow layout");
+static_assert(offsetof(HImage, handle) == 4 && offsetof(HImage, palette) == 8 && sizeof(HImage) == 12, "HImage layout");
 static_assert(sizeof(HLList) == 52 && offsetof(HLList, flags) == 36 && offsetof(HLList, cursor) == 48, "HLList layout");
 #endif
 #if defined(__cplusplus)
