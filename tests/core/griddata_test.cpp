@@ -607,6 +607,15 @@ TEST(GridCopy, CopyAppendsToWhatTheDestinationHas)
     EXPECT_EQ(Text("ab"), CellsOf(dst, 1));
     EXPECT_FALSE(HGridCopy(nullptr, src));
     EXPECT_FALSE(HGridCopy(dst, nullptr));
+    HGridDestroy(dst);
+
+    // Records already there are given the source's size before the copy.
+    dst = MakeGrid(0, {1}, {"q"});
+    EXPECT_TRUE(HGridCopy(dst, src));
+    EXPECT_EQ(src->records->itemSize, dst->records->itemSize);
+    EXPECT_EQ(2u, dst->records->userWord);
+    EXPECT_EQ((Bytes{'q', 1}), CellsOf(dst, 0)); // the old status word, now a cell byte
+    EXPECT_EQ(Text("ab"), CellsOf(dst, 1));
     HGridDestroy(src);
     HGridDestroy(dst);
 }
