@@ -182,6 +182,50 @@
 #define HBS_LEFT 0x0020  /* text left-aligned */
 #define HBS_RIGHT 0x0040 /* text right-aligned; wins over HBS_LEFT */
 
+/* ---- Typed control protocol (HEdit, HList; parts in HButt, HGrid) ---- */
+#define HM_GETBACKBRUSH 0x464
+#define HM_SETBACKBRUSH 0x465
+#define HM_GETMASK 0x466
+#define HM_SETMASK 0x467
+#define HM_GETFOCUSBRUSH 0x468
+#define HM_SETFOCUSBRUSH 0x469
+#define HM_GETCOLOR 0x46A
+#define HM_SETCOLOR 0x46B
+#define HM_GETCLASS 0x46C
+#define HM_GETDATASIZE 0x46D
+#define HM_GETTYPE 0x46E
+#define HM_GETDATALINK 0x46F
+#define HM_SETDATALINK 0x470
+
+/* ---- HStat ---- */
+#define HSS_KINDMASK 0x000F
+#define HSS_SUNKEN 0x0010      /* three-dimensional frame */
+#define HSS_RIDGE 0x0020       /* ridge frame; wins over HSS_SUNKEN */
+#define HSS_LEFT 0x0040        /* content at the left */
+#define HSS_RIGHT 0x0080       /* content at the right; neither bit: centred */
+#define HSS_EMBOSS 0x0100      /* a white copy of the text one pixel right and down */
+#define HSS_TRANSPARENT 0x0200 /* no background */
+#define HSK_TEXT 0
+#define HSK_GROUP 1
+#define HSK_BLANK 2
+#define HSK_IMAGE 3
+#define HSK_HLINE 4
+#define HSK_VLINE 5
+#define HSM_GETALIGN 0x590
+#define HSM_SETALIGN 0x591
+#define HSM_GETBKCOLOR 0x592
+#define HSM_SETBKCOLOR 0x593
+#define HSM_GETTEXTCOLOR 0x594
+#define HSM_SETTEXTCOLOR 0x595
+#define HSM_GETIMAGE 0x596
+#define HSM_SETIMAGE 0x597
+#define HSM_GETKIND 0x598
+#define HSM_SETKIND 0x599
+#define HSM_GETPALETTE 0x59A
+
+/* ---- Dialog info ---- */
+#define HDLGINFO_PROP "L"      /* the property that holds a window's dialog info */
+
 /* @@SECTION defines: later families add their constants above this line */
 
 #ifndef RC_INVOKED
@@ -543,6 +587,18 @@ BOOL QUILLAPI HImageLoad(HImage *image, HINSTANCE module, LPCSTR name);
 BOOL QUILLAPI HImageFree(HImage *image, BOOL force);
 int QUILLAPI HImageDraw(HDC hDC, const HImage *image, int x, int y, COLORREF transparent);
 BOOL QUILLAPI HImageGetSize(const HImage *image, LPINT width, LPINT height);
+
+/* ---- Typed control protocol ---- */
+BOOL QUILLAPI StringToColor(LPCSTR text, COLORREF *color);
+
+/* ---- Dialog instantiation and dialog info ---- */
+#ifndef QUILL32_NATIVE
+HWND QUILLAPI CreateDialogInWin(HINSTANCE hInstance, LPCSTR templateName, HWND hWnd, LPRECT rect, HFONT *font);
+BOOL QUILLAPI ClearDialog(HWND hWnd);
+LPVOID QUILLAPI CreateDlgInfo(HWND hWnd, LPVOID data, UINT size);
+LPVOID QUILLAPI GetDlgInfo(HWND hWnd);
+LPVOID QUILLAPI FreeDlgInfo(HWND hWnd, BOOL release);
+#endif
 
 /* @@SECTION functions: later families add their prototypes above this line */
 
