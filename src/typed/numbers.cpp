@@ -300,12 +300,26 @@ double Assemble(uint64_t m, int e2, bool sticky, bool negative)
 constexpr uint64_t Pow10(int k) { return k ? 10 * Pow10(k - 1) : 1; }
 
 // digits / 10^k, for up to 19 significant digits and k up to 18: one 64-bit
-// division, then the quotient's bits one by one from the remainder.
+// division, then the quotient's further bits from the remainder until it has
+// 55 or more. A divisor below 2^32 gives up to 32 bits per division (a single
+// machine division in the 32-bit build); a larger one gives them one by one.
 double ReadFast(uint64_t digits, int k, bool negative)
 {
     uint64_t b = Pow10(k);
     uint64_t q = digits / b, r = digits % b;
     int e2 = 0;
+    if (b < 0x100000000ull) {
+        while (q < (1ull << 54)) {
+            int take = 55 - BitLen64(q);
+            if (take > 32)
+                take = 32;
+            uint64_t t = r << take; // r < b < 2^32
+            q = (q << take) | (t / b);
+            r = t % b;
+            e2 -= take;
+        }
+        return Assemble(q, e2, r != 0, negative);
+    }
     while (q < (1ull << 54)) {
         r <<= 1;
         q <<= 1;
