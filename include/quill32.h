@@ -226,6 +226,36 @@
 /* ---- Dialog info ---- */
 #define HDLGINFO_PROP "L"      /* the property that holds a window's dialog info */
 
+/* ---- Grid window: the messages and notifications that the cell layer uses ---- */
+#define HGM_RELAYOUT 0x531
+#define HGM_SETTOPROW 0x541
+#define HGM_SETCACHESIZE 0x562
+#define HGN_SETFOCUS 1
+#define HGN_KILLFOCUS 2
+#define HGN_CELLMOVED 3
+#define HGN_DBLCLK 4
+#define HGN_DESTROY 5
+#define HGN_SCROLLTOP 0x0F
+#define HGN_SCROLLEND 0x10
+#define HGN_ROWADDED 0x11
+#define HGN_ROWCHANGED 0x12
+#define HGN_CELLCHANGED 0x13
+#define HGN_ROWDELETED 0x14
+#define HGN_COLSMOVED 0x15
+#define HGN_ROWSIZED 0x16
+#define HGN_COLSIZED 0x17
+#define HGN_MOVING 0x18
+#define HGN_EXTENDING 0x19
+#define HGN_HSCROLLED 0x20
+#define HGN_VSCROLLED 0x21
+#define HGN_HRANGE 0x22
+#define HGN_VRANGE 0x23
+/* HList item messages through which a coded grid cell is translated */
+#define HLM_GETDATA 0x4A2
+#define HLM_GETCODE 0x4A3
+#define HLM_FINDDATA 0x4B1
+#define HLM_FINDCODE 0x4B9
+
 /* @@SECTION defines: later families add their constants above this line */
 
 #ifndef RC_INVOKED
@@ -599,6 +629,15 @@ LPVOID QUILLAPI CreateDlgInfo(HWND hWnd, LPVOID data, UINT size);
 LPVOID QUILLAPI GetDlgInfo(HWND hWnd);
 LPVOID QUILLAPI FreeDlgInfo(HWND hWnd, BOOL release);
 #endif
+
+/* ---- Grid cells ---- */
+LPVOID QUILLAPI HGOffsetPtr(HWND hWnd, int col, LPVOID record);
+BOOL QUILLAPI HGGetCellData(HWND hWnd, int col, int row, LPVOID buffer);
+BOOL QUILLAPI HGSetCellData(HWND hWnd, int col, int row, LPCVOID data);
+BOOL QUILLAPI HGSetCellString(HWND hWnd, int col, int row, LPCVOID data); /* HGSetCellData */
+int QUILLAPI HGGetCellText(HWND hWnd, int col, int row, LPSTR buffer, int size);
+BOOL QUILLAPI HGSetCellText(HWND hWnd, int col, int row, LPCSTR text);
+BOOL QUILLAPI HGridInvalidateCell(HWND hWnd, int col, int row);
 
 /* @@SECTION functions: later families add their prototypes above this line */
 

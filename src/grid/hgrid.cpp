@@ -1,10 +1,190 @@
-// HGrid: registration, window procedure and class handler.
+// HGrid: registration, the window procedure, and the class handler with the
+// window record's birth and end. The rest of the window's messages fall to the
+// common messages and default processing for now.
 #include "frame/frame.h"
+#include "frame/strings.h"
+#include "grid/grid.h"
+#include "grid/gridwin.h"
+#include "seam.h"
 
-// The instance record; the control's behaviour fills it in.
-struct HGridRec {
-    HCtlBase base; // common head
-};
+namespace {
+
+int g_gridInstances;      // grid windows alive
+HCURSOR g_hRowSizeCursor; // the module's cursors 4302 to 4304, while a grid lives
+HCURSOR g_hColSizeCursor;
+HCURSOR g_hColDragCursor;
+
+// Styles a loaded grid decides over the creation style; a child also takes
+// WS_TABSTOP from the file.
+constexpr DWORD kHGFileStyleMask = 0x1CB4FFFF;
+constexpr DWORD kHGFileStyleMaskChild = 0x1CB5FFFF;
+
+DWORD MergeStyle(DWORD fileStyle, DWORD creationStyle, DWORD mask)
+{
+    return (fileStyle & mask) | (creationStyle & ~mask);
+}
+
+DWORD WindowThread(HWND hWnd) { return GetWindowThreadProcessId(hWnd, nullptr); }
+
+// Run time: a resource of the creating module, a file, or a new empty grid.
+HGridData* CreationGrid(const CREATESTRUCTA* cs, LPCSTR name, DWORD* style)
+{
+    HGridData* grid = name ? HGLoadResourceGrid(cs->hInstance, name) : nullptr;
+    if (!grid && name) {
+        OFSTRUCT of;
+        grid = HGridLoad(name, &of);
+    }
+    if (!grid)
+        return HGridCreate(name, *style, HGO_UNITS, 0, -1, -1, -1, 0);
+    DWORD mask = (*style & WS_CHILD) ? kHGFileStyleMaskChild : kHGFileStyleMask;
+    *style = grid->style = MergeStyle(grid->style, *style, mask);
+    return grid;
+}
+
+// Design time: the window works on a duplicate of the stashed grid, loading
+// and stashing it first if the stash has none under this name.
+HGridData* DesignGrid(HWND hWnd, LPCSTR name, DWORD* style)
+{
+    HGCreateStash();
+    DWORD owner = WindowThread(hWnd);
+    HGStashEntry* entry = GetStashed(owner, name, nullptr);
+    if (entry) {
+        HGridData* copy = HGridDup(entry->grid);
+        if (copy)
+            *style = MergeStyle(copy->style, *style, kHGFileStyleMaskChild);
+        return copy;
+    }
+    OFSTRUCT of = {};
+    HGridData* grid = HGridLoad(name, &of);
+    if (!grid)
+        grid = HGridCreate(name, *style | WS_VISIBLE, HGO_UNITS, 0, -1, -1, -1, 0);
+    if (!grid)
+        return nullptr;
+    // Duplicated before stashing: a stash without memory destroys what it was given.
+    HGridData* copy = HGridDup(grid);
+    StashGrid(grid, owner, name, &of);
+    return copy;
+}
+
+void CountInstance()
+{
+    if (g_gridInstances++ == 0) {
+        g_hRowSizeCursor = LoadCursorA(g_hInstance, MAKEINTRESOURCEA(IDC_HGRID_CURSOR2));
+        g_hColSizeCursor = LoadCursorA(g_hInstance, MAKEINTRESOURCEA(IDC_HGRID_CURSOR3));
+        g_hColDragCursor = LoadCursorA(g_hInstance, MAKEINTRESOURCEA(IDC_HGRID_CURSOR4));
+    }
+}
+
+void UncountInstance()
+{
+    if (g_gridInstances > 0 && --g_gridInstances == 0) {
+        HCURSOR* cursors[] = {&g_hRowSizeCursor, &g_hColSizeCursor, &g_hColDragCursor};
+        for (HCURSOR* c : cursors) {
+            if (*c)
+                DestroyCursor(*c);
+            *c = nullptr;
+        }
+    }
+}
+
+BOOL HGridCreateWindow(HWND hWnd, const CREATESTRUCTA* cs)
+{
+    HGridWindow* gw = (HGridWindow*)HCtlNewRecord(hWnd, cs, sizeof(HGridWindow));
+    if (!gw)
+        return FALSE;
+    bool design = HCtlDesignMode(hWnd) != 0;
+    CountInstance();
+    // A window name given as an ordinal names no file and no grid.
+    LPCSTR name = cs->lpszName && !IS_INTRESOURCE(cs->lpszName) ? cs->lpszName : nullptr;
+    DWORD style = (DWORD)cs->style;
+    HGridData* grid;
+    if (design) {
+        gw->designName = HStrDup(name ? name : ""); // also the mark of a design window
+        grid = gw->designName ? DesignGrid(hWnd, name ? name : "", &style) : nullptr;
+    } else {
+        grid = CreationGrid(cs, name, &style);
+    }
+    SetWindowLongA(hWnd, GWL_STYLE, (LONG)style);
+    if (!HGridLink(gw, grid)) {
+        HGridDestroy(grid);
+        SeamFree(gw->designName);
+        UncountInstance();
+        HCtlFreeRecord(hWnd, gw);
+        return FALSE;
+    }
+    InvalidateRect(hWnd, nullptr, TRUE); // the relayout, until the layout exists
+    return TRUE;
+}
+
+// At design time the grid goes back to the stash in nominal units, replacing
+// the entry it came from; without an entry it is left as it is.
+void HGridEndWindow(HWND hWnd, HGridWindow* gw)
+{
+    if (gw->designName) {
+        DWORD owner = WindowThread(hWnd);
+        HGStashEntry* entry = GetStashed(owner, gw->designName, nullptr);
+        if (entry && gw->grid) {
+            OFSTRUCT kept = entry->file;
+            RemoveStashed(owner, gw->designName);
+            if ((gw->grid->options & 3) == HGO_UNITS) {
+                if (gw->hFont)
+                    HGridScale(gw->grid, gw->hFont, nullptr);
+                HGridScale(gw->grid, nullptr, (HFONT)(INT_PTR)-1);
+            }
+            StashGrid(gw->grid, owner, gw->designName, &kept);
+        }
+        SeamFree(gw->designName);
+    } else {
+        HGridDestroy(gw->grid);
+    }
+    gw->grid = nullptr;
+    UncountInstance();
+    HCtlFreeRecord(hWnd, gw);
+}
+
+} // namespace
+
+BOOL HGridLink(HGridWindow* gw, HGridData* grid)
+{
+    if (!gw || !grid || !grid->fields || !grid->records)
+        return FALSE;
+    // The same grid twice is kept: destroying it would leave the window on freed memory.
+    if (gw->grid && gw->grid != grid)
+        HGridDestroy(gw->grid);
+    gw->grid = grid;
+    // The edit bar and the field editors join here once they exist; a bar is
+    // never wanted by a read-only or in-place grid.
+    if ((grid->style & (HGS_READONLY | HGS_INPLACE)) && gw->hBar) {
+        DestroyWindow(gw->hBar);
+        gw->hBar = nullptr;
+    }
+    DefWindowProcA(gw->hWnd, WM_SETTEXT, 0, (LPARAM)grid->name);
+    bool units = (grid->options & 3) == HGO_UNITS;
+    if (units)
+        HGridScale(grid, (HFONT)(INT_PTR)-1, nullptr);
+    if (grid->frozenCols > grid->fields->count)
+        grid->frozenCols = (SHORT)grid->fields->count;
+    gw->leftCol = grid->frozenCols;
+    if (grid->rowHeight < 1 || grid->rowHeight > 2000) {
+        int unitY = HIWORD(GetBaseUnits(nullptr));
+        grid->rowHeight = (SHORT)(units && unitY ? 160 / unitY : 20);
+    }
+    if (gw->hNotify)
+        EnableWindow(gw->hNotify, !(grid->style & WS_POPUP)); // a popup grid is modal to its target
+    gw->wFlags &= (WORD)~HGW_CELLSHOWN;
+    gw->curCol = gw->anchorCol = (SHORT)((grid->style & HGS_ROWSELECT) ? -1 : 0);
+    gw->curRow = gw->anchorRow = 0;
+    gw->wFlags |= HGW_SELECTING;
+    HWND self = gw->hWnd;
+    while (grid->records->count < grid->minRows) {
+        if (HGAddRecord(gw, nullptr, FALSE) == 0xFFFF || !IsWindow(self))
+            break;
+    }
+    // A receiver of the row notification may have destroyed the window and the grid.
+    if (IsWindow(self) && (grid->style & HGS_NEWROW))
+        HGAddRecord(gw, nullptr, TRUE);
+    return TRUE;
+}
 
 void HGridRegister()
 {
@@ -14,6 +194,9 @@ void HGridRegister()
     HRegisterClass(CS_GLOBALCLASS | CS_DBLCLKS, HGridWnd, 0, 4, g_hInstance,
                    LoadIconA(g_hInstance, MAKEINTRESOURCEA(IDI_HGRID_ICON)), g_hGridCursor,
                    (HBRUSH)(COLOR_WINDOW + 1), nullptr, HGRID_CLASS);
+    // Removing a field reaches the selection and the editor through these.
+    g_gridWindowHooks.editorClose = HGEditorClose;
+    g_gridWindowHooks.clampSelection = HGClampSelection;
 }
 
 extern "C" LRESULT CALLBACK HGridWnd(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
@@ -24,18 +207,15 @@ extern "C" LRESULT CALLBACK HGridWnd(HWND hWnd, UINT msg, WPARAM wParam, LPARAM 
 extern "C" LRESULT CALLBACK HGridMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam,
                                             LPBOOL notHandled, LPVOID record)
 {
-    HGridRec* r = (HGridRec*)record;
+    HGridWindow* gw = (HGridWindow*)record;
     switch (msg) {
-    case WM_NCCREATE: {
-        const CREATESTRUCTA* cs = (const CREATESTRUCTA*)lParam;
-        r = (HGridRec*)HCtlNewRecord(hWnd, cs, sizeof(HGridRec));
-        if (!r)
+    case WM_NCCREATE:
+        if (!HGridCreateWindow(hWnd, (const CREATESTRUCTA*)lParam))
             return 0;
-        
         break;
-    }
     case WM_NCDESTROY:
-        HCtlFreeRecord(hWnd, r);
+        if (gw)
+            HGridEndWindow(hWnd, gw);
         break;
     }
     *notHandled = TRUE;

@@ -1,4 +1,4 @@
 # Sources of src/grid.
-list(APPEND QUILL_WIN_SOURCES grid/hgrid.cpp)
+list(APPEND QUILL_WIN_SOURCES grid/hgrid.cpp grid/gridcells.cpp grid/gridwin.cpp)
 list(APPEND QUILL_CORE_SOURCES grid/griddata.cpp grid/gridfile.cpp)
 list(APPEND QUILL_WIN_SOURCES grid/gridres.cpp)

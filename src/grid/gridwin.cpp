@@ -1,0 +1,85 @@
+// What the cell layer asks of the grid window's selection, editor and
+// painting: the selection clamp, whole; the editor's close and the repaint of a
+// cell, in the plain form that stands until the editors and the layout exist.
+#include "grid/gridwin.h"
+
+namespace {
+
+SHORT Clamp(LONG value, LONG low, LONG high)
+{
+    if (value > high)
+        value = high;
+    if (value < low)
+        value = low;
+    return (SHORT)value;
+}
+
+// Until the layout exists a repaint of anything is a repaint of the window.
+void InvalidateAll(HWND hWnd)
+{
+    if (hWnd && IsWindow(hWnd))
+        InvalidateRect(hWnd, nullptr, FALSE);
+}
+
+} // namespace
+
+BOOL HGClampSelection(HGridWindow* gw, LONG anchorRecord, LONG curRecord)
+{
+    if (!gw || !gw->grid)
+        return FALSE;
+    HGridData* grid = gw->grid;
+    LONG fields = grid->fields ? grid->fields->count : 0;
+    LONG records = grid->records ? grid->records->count : 0;
+    if (grid->frozenCols > fields)
+        grid->frozenCols = (SHORT)fields;
+
+    // -1, whole rows, stays: it is inside every list of fields that has one.
+    SHORT curCol = fields ? Clamp(gw->curCol, -1, fields - 1) : 0;
+    SHORT anchorCol = fields ? Clamp(gw->anchorCol, -1, fields - 1) : 0;
+    // A row of -1, whole columns, is left alone.
+    SHORT curRow = gw->curRow == -1 ? -1 : Clamp(curRecord - gw->rowBase, 0, records ? records - 1 : 0);
+    SHORT anchorRow =
+        gw->anchorRow == -1 ? -1 : Clamp(anchorRecord - gw->rowBase, 0, records ? records - 1 : 0);
+
+    bool curChanged = curCol != gw->curCol || curRow != gw->curRow;
+    bool anchorChanged = anchorCol != gw->anchorCol || anchorRow != gw->anchorRow;
+    gw->curCol = curCol;
+    gw->curRow = curRow;
+    gw->anchorCol = anchorCol;
+    gw->anchorRow = anchorRow;
+    if (curChanged && anchorChanged) {
+        HGEditorClose(gw);
+        gw->wFlags &= (WORD)~HGW_CELLSHOWN;
+    }
+    if (!curChanged && !anchorChanged)
+        return FALSE;
+    // The edit bar's items are set again once the bar exists.
+    if (!(grid->style & HGS_INPLACE))
+        InvalidateAll(gw->hWnd);
+    return TRUE;
+}
+
+// Until the in-place editors exist there is nothing to commit: the editor
+// window, if a host set one, is only hidden and let go.
+BOOL HGEditorClose(HGridWindow* gw)
+{
+    if (!gw || !gw->hEditor)
+        return FALSE;
+    if (IsWindow(gw->hEditor))
+        ShowWindow(gw->hEditor, SW_HIDE);
+    gw->wFlags &= (WORD)~HGW_EDITORSHOWN;
+    gw->hEditor = nullptr;
+    return TRUE;
+}
+
+void HGInvalidateRow(HGridWindow* gw, int row)
+{
+    if (gw)
+        HGridInvalidateCell(gw->hWnd, -1, row);
+}
+
+extern "C" BOOL QUILLAPI HGridInvalidateCell(HWND hWnd, int col, int row)
+{
+    InvalidateAll(hWnd);
+    return TRUE;
+}

@@ -1,0 +1,53 @@
+// Internal routines of a grid with a window: linking a grid to its window
+// record, the cell layer, and what the cell layer asks of the window side.
+#pragma once
+#include "quill32.h"
+
+// A record list holds at most this many records: a count above it refuses every
+// add and insert. In virtual mode it bounds the cache only.
+constexpr LONG kHGMaxRecordIndex = 0x7FF7;
+
+// Operations of an HGridDataProc row source.
+enum HGRowOp : UINT {
+    HGOP_FETCH = 0,   // a row comes into the cache; 0: there is no such record
+    HGOP_STORE = 1,   // a dirty, stored row leaves the cache
+    HGOP_INSERT = 2,  // a record is inserted; 0 refuses
+    HGOP_DELETE = 3,  // a stored record is deleted; 0 refuses
+    HGOP_UPDATE = 4,  // a cell of a stored record was written; not 0: stored
+    HGOP_WRITING = 5, // a cell is about to be written; not 0 refuses
+    HGOP_ADD = 6,     // a record is added, or a cell of an unstored one written; not 0: stored
+};
+
+// The HGridWindow of an HGrid window, or null for anything else.
+HGridWindow* HGWindowOf(HWND hWnd);
+
+// ---- Window record ----
+// Gives the window record its grid (HGM_SETGRID and creation). A linked grid is
+// destroyed first. 0 if either is null or the grid lacks a list.
+BOOL HGridLink(HGridWindow* gw, HGridData* grid);
+
+// ---- Cells and rows ----
+HGRecord* HGRecordAt(HGridData* grid, int row);
+WORD HGCellIsNull(HGridWindow* gw, int col, int row);
+BOOL HGSetCell(HGridWindow* gw, int col, int row, LPCVOID data);
+int HGFormatCell(HGridWindow* gw, int col, int row, LPSTR buffer, int size, BOOL editing);
+BOOL HGParseCell(HGridWindow* gw, int col, int row, LPCSTR text);
+// Number of the new row counted from 1; 0xFFFF on refusal.
+int HGAddRecord(HGridWindow* gw, LPCVOID data, BOOL newRow);
+// The add of the row cache: the limit, HLListAdd and the repaint of the row.
+int HGAppendRow(HGridWindow* gw, LPCVOID data);
+int HGInsertRecord(HGridWindow* gw, LPCVOID data, int row, BOOL notify);
+BOOL HGDeleteRecord(HGridWindow* gw, int row, BOOL notify);
+BOOL HGDropRecord(HGridWindow* gw, int row);
+LPVOID HGRecordBuffer(HGridData* grid);
+BOOL HGRecordIO(HGridData* grid, int row, LPVOID buffer, BOOL write);
+LONG HGMoveRecord(HGridData* grid, int from, int to);
+
+// ---- The window side, as the cell layer needs it ----
+// Pulls the current cell and the anchor back inside the fields and the list.
+// 1 if anything changed.
+BOOL HGClampSelection(HGridWindow* gw, LONG anchorRecord, LONG curRecord);
+// Ends an open editor of the current cell; 1 if there was one.
+BOOL HGEditorClose(HGridWindow* gw);
+// Repaints the row at the next paint.
+void HGInvalidateRow(HGridWindow* gw, int row);

@@ -1,0 +1,376 @@
+// Cells of a real HGrid window: writes and reads through the exported cell
+// functions, their notifications, the new row, the record mirror, virtual mode
+// with a row source that logs every call, text forms, and the record limit.
+#include "wintest.h"
+
+#include <stdio.h>
+#include <string.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+// One log of both roads out of the grid, in the order they were taken.
+std::vector<std::string> g_events;
+LONG g_answer[7]; // what the row source gives for each operation
+
+void Log(const char* format, long a, long b = 0)
+{
+    char line[48];
+    snprintf(line, sizeof line, format, a, b);
+    g_events.push_back(line);
+}
+
+LONG CALLBACK RowSource(HWND, UINT op, LONG position, LPVOID)
+{
+    if (op == 5)
+        Log("op5 col %ld row %ld", LOWORD(position), HIWORD(position));
+    else
+        Log("op%ld %ld", (long)op, position);
+    return op < 7 ? g_answer[op] : 0;
+}
+
+HGField* Field(const char* title, char cls, char type, int size, char kind, const char* format = "")
+{
+    return HGFieldCreate(title, 0, 40, 0, cls, type, 0, 0, size, kind, 0, format);
+}
+
+class GridCells : public ::testing::Test {
+protected:
+    TestParent parent;
+    HWND grid = nullptr;
+    HGridWindow* gw = nullptr;
+
+    void SetUp() override
+    {
+        g_events.clear();
+        for (LONG& a : g_answer)
+            a = 0;
+        ASSERT_TRUE(SetDecimalSep('.') && SetThousandsSep(',') && SetDateSep('/') && SetTimeSep(':'));
+        parent.onCommand = [](const SeenMsg& m) { Log("notify 0x%02lx", m.code); };
+    }
+    void TearDown() override
+    {
+        if (IsWindow(grid))
+            DestroyWindow(grid);
+    }
+
+    // A grid with an int column and a 6-byte string column, and `rows` records.
+    void Make(DWORD styleBits, int rows)
+    {
+        grid = parent.Child(HGRID_CLASS, "no such grid", styleBits, 7, 0, 0, 300, 200);
+        ASSERT_TRUE(grid);
+        gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+        ASSERT_TRUE(gw && gw->grid);
+        ASSERT_EQ(0, HGAppendFld(gw->grid, Field("Num", 'n', 'i', 4, 'e')));
+        ASSERT_EQ(1, HGAppendFld(gw->grid, Field("Name", 's', 's', 6, 'e')));
+        while (gw->grid->records->count < rows)
+            HLListAdd(gw->grid->records, nullptr);
+        parent.seen.clear();
+        g_events.clear();
+    }
+    void MakeVirtual(int rows)
+    {
+        Make(0, rows);
+        gw->dataProc = RowSource;
+        gw->wFlags |= HGW_VIRTUAL;
+    }
+    HGRecord* Record(int row) { return (HGRecord*)HLListGetItem(gw->grid->records, row); }
+    WORD Status(int row) { return Record(row)->recordStatus; }
+    LONG Count() { return gw->grid->records->count; }
+};
+
+const LONG kSeven = 7;
+
+TEST_F(GridCells, WriteStoresTheValueMarksTheRecordAndNotifiesCellChanged)
+{
+    Make(0, 2);
+    EXPECT_TRUE(HGSetCellData(grid, 0, 1, &kSeven));
+    LONG value = 0;
+    EXPECT_TRUE(HGGetCellData(grid, 0, 1, &value));
+    EXPECT_EQ(7, value);
+    EXPECT_EQ(HGR_DIRTY, Status(1));
+    EXPECT_EQ(0, Status(0));
+    EXPECT_TRUE(SendMessageA(grid, HM_GETMODIFY, 0, 0));
+    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}});
+}
+
+TEST_F(GridCells, TheNotifiedCellIsReadableDuringTheNotification)
+{
+    Make(0, 3);
+    SHORT col = -9, row = -9;
+    parent.onCommand = [&](const SeenMsg&) { col = gw->notifyCol, row = gw->notifyRow; };
+    EXPECT_TRUE(HGSetCellData(grid, 1, 2, "ab"));
+    EXPECT_EQ(1, col);
+    EXPECT_EQ(2, row);
+}
+
+TEST_F(GridCells, ANullWriteMakesTheCellNullAndZeroFilled)
+{
+    Make(0, 1);
+    ASSERT_TRUE(HGSetCellData(grid, 0, 0, &kSeven));
+    EXPECT_TRUE(HGSetCellData(grid, 0, 0, nullptr));
+    LONG value = 99;
+    EXPECT_FALSE(HGGetCellData(grid, 0, 0, &value));
+    EXPECT_EQ(0, value);
+    EXPECT_TRUE(HGSetCellData(grid, 0, 0, &kSeven));
+    EXPECT_TRUE(HGGetCellData(grid, 0, 0, &value));
+}
+
+TEST_F(GridCells, AStringLongerThanTheCellIsCutAndStaysTerminated)
+{
+    Make(0, 1);
+    EXPECT_TRUE(HGSetCellString(grid, 1, 0, "abcdefghij"));
+    char cell[8];
+    memset(cell, 'x', sizeof cell);
+    EXPECT_TRUE(HGGetCellData(grid, 1, 0, cell));
+    EXPECT_EQ(0, memcmp(cell, "abcde\0xx", 8)); // size 6: five characters and the terminator
+    EXPECT_TRUE(HGSetCellString(grid, 1, 0, "z"));
+    EXPECT_TRUE(HGGetCellData(grid, 1, 0, cell));
+    EXPECT_EQ(0, memcmp(cell, "z\0\0\0\0\0", 6)); // the whole cell is cleared first
+}
+
+TEST_F(GridCells, TheTwoSetNamesAreOneExport)
+{
+    HMODULE dll = GetModuleHandleA("QUILL32.dll");
+    ASSERT_TRUE(dll);
+    EXPECT_EQ((void*)GetProcAddress(dll, "HGSetCellData"), (void*)GetProcAddress(dll, "HGSetCellString"));
+}
+
+TEST_F(GridCells, BadAddressesAndWindowsOtherThanGridsGiveZero)
+{
+    Make(0, 1);
+    LONG value = 0;
+    char text[8] = "x";
+    HWND button = parent.Child("BUTTON", "b", 0, 9);
+    const struct { HWND w; int col, row; } kCases[] = {
+        {grid, 2, 0}, {grid, -1, 0}, {grid, 0, 1}, {grid, 0, -1}, {button, 0, 0}, {parent.hwnd(), 0, 0}, {nullptr, 0, 0},
+    };
+    for (const auto& c : kCases) {
+        EXPECT_FALSE(HGSetCellData(c.w, c.col, c.row, &kSeven)) << c.col << "," << c.row;
+        EXPECT_FALSE(HGGetCellData(c.w, c.col, c.row, &value));
+        EXPECT_EQ(0, HGGetCellText(c.w, c.col, c.row, text, sizeof text));
+        EXPECT_EQ(0, text[0]);
+        EXPECT_FALSE(HGSetCellText(c.w, c.col, c.row, "1"));
+    }
+    EXPECT_TRUE(parent.seen.empty());
+}
+
+TEST_F(GridCells, OffsetPtrAddsTheFieldOffsetAndRefusesTheColumnPastTheLast)
+{
+    Make(0, 0);
+    BYTE buffer[16];
+    EXPECT_EQ(buffer, HGOffsetPtr(grid, 0, buffer));
+    EXPECT_EQ(buffer + 4, HGOffsetPtr(grid, 1, buffer));
+    EXPECT_EQ(nullptr, HGOffsetPtr(grid, 2, buffer));
+    EXPECT_EQ(nullptr, HGOffsetPtr(grid, -1, buffer));
+    EXPECT_EQ(nullptr, HGOffsetPtr(grid, 0, nullptr));
+    EXPECT_EQ(nullptr, HGOffsetPtr(parent.hwnd(), 0, buffer));
+}
+
+TEST_F(GridCells, TheRecordMirrorGetsTheWrittenRecordsCells)
+{
+    Make(0, 2);
+    BYTE mirror[12];
+    memset(mirror, 0xEE, sizeof mirror);
+    gw->recordMirror = mirror;
+    ASSERT_TRUE(HGSetCellData(grid, 1, 1, "hi"));
+    const BYTE expected[12] = {0, 0, 0, 0, 'h', 'i', 0, 0, 0, 0, 0xEE, 0xEE}; // the cell area only
+    EXPECT_EQ(0, memcmp(expected, mirror, sizeof mirror));
+}
+
+TEST_F(GridCells, AVetoDoesNotUndoAWrite)
+{
+    Make(0, 1);
+    parent.onCommand = [&](const SeenMsg&) { SendMessageA(grid, HM_VETO, 0, 0); };
+    EXPECT_TRUE(HGSetCellData(grid, 0, 0, &kSeven));
+    LONG value = 0;
+    EXPECT_TRUE(HGGetCellData(grid, 0, 0, &value));
+    EXPECT_EQ(7, value);
+}
+
+TEST_F(GridCells, AReceiverThatDestroysTheGridEndsTheWrite)
+{
+    MakeVirtual(1);
+    g_answer[4] = 1;
+    parent.onCommand = [&](const SeenMsg& m) {
+        Log("notify 0x%02lx", m.code);
+        DestroyWindow(grid);
+    };
+    EXPECT_FALSE(HGSetCellData(grid, 0, 0, &kSeven));
+    EXPECT_FALSE(IsWindow(grid));
+    EXPECT_EQ((std::vector<std::string>{"op5 col 0 row 0", "notify 0x13"}), g_events); // no op4
+}
+
+// ---- The new row ----
+
+TEST_F(GridCells, CreationWithNewRowAddsABlankRowMarkedNew)
+{
+    grid = parent.Child(HGRID_CLASS, "no such grid", HGS_NEWROW, 7);
+    gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+    ASSERT_TRUE(gw && gw->grid);
+    ASSERT_EQ(1, Count());
+    EXPECT_EQ(HGR_NEW, Status(0));
+    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_ROWADDED, grid}});
+}
+
+TEST_F(GridCells, WritingTheLastRowWithNewRowAddsTheNextBlankRow)
+{
+    Make(HGS_NEWROW, 2);
+    SHORT col = -9, row = -9;
+    parent.onCommand = [&](const SeenMsg& m) {
+        if (m.code == HGN_ROWADDED)
+            col = gw->notifyCol, row = gw->notifyRow;
+    };
+    EXPECT_TRUE(HGSetCellData(grid, 0, 1, &kSeven));
+    EXPECT_EQ(3, Count());
+    EXPECT_EQ(HGR_NEW, Status(2));
+    EXPECT_EQ(-1, col);
+    EXPECT_EQ(2, row);
+    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}, {WM_COMMAND, 7, HGN_ROWADDED, grid}});
+    parent.seen.clear();
+    EXPECT_TRUE(HGSetCellData(grid, 0, 0, &kSeven)); // not the last row: nothing added
+    EXPECT_EQ(3, Count());
+    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}});
+}
+
+// ---- Virtual mode ----
+
+TEST_F(GridCells, VirtualWritesAskTheRowSourceBeforeAndAfter)
+{
+    const struct {
+        const char* name;
+        WORD status;      // of the written record before the write
+        LONG answer4, answer6;
+        std::vector<std::string> events;
+        WORD after;       // recordStatus after the write
+    } kCases[] = {
+        {"stored, kept", 0, 1, 0, {"op5 col 1 row 2", "notify 0x13", "op4 12"}, 0},
+        {"stored, not kept", 0, 0, 0, {"op5 col 1 row 2", "notify 0x13", "op4 12"}, HGR_DIRTY},
+        {"new, stored", HGR_NEW, 0, 1, {"op5 col 1 row 2", "notify 0x13", "op6 12"}, 0},
+        {"new, not stored", HGR_NEW, 0, 0, {"op5 col 1 row 2", "notify 0x13", "op6 12"}, HGR_NEW | HGR_DIRTY},
+    };
+    for (const auto& c : kCases) {
+        MakeVirtual(3);
+        gw->rowBase = 10;
+        Record(2)->recordStatus = c.status;
+        g_answer[4] = c.answer4;
+        g_answer[6] = c.answer6;
+        EXPECT_TRUE(HGSetCellData(grid, 1, 2, "v"));
+        EXPECT_EQ(c.events, g_events) << c.name;
+        EXPECT_EQ(c.after, Status(2)) << c.name;
+        EXPECT_EQ(c.after != 0, SendMessageA(grid, HM_GETMODIFY, 0, 0) != 0) << c.name;
+        DestroyWindow(grid);
+    }
+}
+
+TEST_F(GridCells, ARefusedVirtualWriteChangesOnlyTheNullBit)
+{
+    MakeVirtual(1);
+    ASSERT_TRUE(HGSetCellData(grid, 0, 0, &kSeven));
+    g_events.clear();
+    parent.seen.clear();
+    g_answer[5] = 1;
+    const LONG other = 8;
+    EXPECT_FALSE(HGSetCellData(grid, 0, 0, nullptr));
+    LONG value = 0;
+    EXPECT_FALSE(HGGetCellData(grid, 0, 0, &value)); // null now...
+    EXPECT_EQ(7, value);                              // ...with the old bytes
+    EXPECT_FALSE(HGSetCellData(grid, 0, 0, &other));
+    EXPECT_TRUE(HGGetCellData(grid, 0, 0, &value)); // not null again, still 7
+    EXPECT_EQ(7, value);
+    EXPECT_EQ((std::vector<std::string>{"op5 col 0 row 0", "op5 col 0 row 0"}), g_events);
+    EXPECT_TRUE(parent.seen.empty());
+}
+
+// ---- Text forms ----
+
+TEST_F(GridCells, TextIsParsedIntoTheCellAndFormattedBackByItsClass)
+{
+    const struct {
+        char cls, type;
+        int size;
+        const char* format;
+        const char* in;
+        const char* out;
+    } kCases[] = {
+        {'n', 'i', 4, "#,##0", "1234", "1,234"},
+        {'n', 'd', 8, "0.00", "2.5", "2.50"},
+        {'c', 'd', 8, "$#,##0.00", "$1,234.5", "$1,234.50"},
+        {'s', 's', 8, "", "hello", "hello"},
+        {'s', 's', 4, "", "hello", "hel"},
+        {'d', 'a', 4, "mm/dd/yyyy", "03/15/2024", "03/15/2024"},
+        {'t', 't', 6, "hh:mm:ss", "13:05:09", "13:05:09"},
+        {'b', 'W', 4, "", "TRUE", "TRUE"},
+    };
+    for (const auto& c : kCases) {
+        grid = parent.Child(HGRID_CLASS, "no such grid", 0, 7);
+        gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+        ASSERT_EQ(0, HGAppendFld(gw->grid, Field("F", c.cls, c.type, c.size, 'e', c.format)));
+        HLListAdd(gw->grid->records, nullptr);
+        EXPECT_TRUE(HGSetCellText(grid, 0, 0, c.in)) << c.in;
+        char text[32];
+        EXPECT_EQ((int)strlen(c.out), HGGetCellText(grid, 0, 0, text, sizeof text)) << c.in;
+        EXPECT_STREQ(c.out, text);
+        DestroyWindow(grid);
+    }
+}
+
+TEST_F(GridCells, ParsedNumbersAreStoredInTheirType)
+{
+    Make(0, 1);
+    EXPECT_TRUE(HGSetCellText(grid, 0, 0, "-1,024"));
+    LONG value = 0;
+    EXPECT_TRUE(HGGetCellData(grid, 0, 0, &value));
+    EXPECT_EQ(-1024, value);
+}
+
+TEST_F(GridCells, KindsWithoutTextAndCodedCellsWithoutEditorGiveNothing)
+{
+    grid = parent.Child(HGRID_CLASS, "no such grid", 0, 7);
+    gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+    ASSERT_EQ(0, HGAppendFld(gw->grid, Field("X", 'n', 'i', 4, 'x')));
+    ASSERT_EQ(1, HGAppendFld(gw->grid, HGFieldCreate("C", HGF_CODED, 40, 0, 's', 's', 'n', 'i', 4, 'd', 0, "")));
+    HLListAdd(gw->grid->records, nullptr);
+    for (int col = 0; col < 2; ++col) {
+        char text[8] = "junk";
+        EXPECT_EQ(0, HGGetCellText(grid, col, 0, text, sizeof text)) << col;
+        EXPECT_STREQ("", text);
+        EXPECT_FALSE(HGSetCellText(grid, col, 0, "5")) << col;
+    }
+    EXPECT_EQ(0, Status(0)); // nothing was written
+}
+
+// ---- Creation and the limit ----
+
+TEST_F(GridCells, AWindowNamedAfterAResourceLoadsThatGridWithItsMinimumRows)
+{
+    // Created hidden: CreateWindowEx itself would add WS_VISIBLE when showing it.
+    grid = CreateWindowExA(0, HGRID_CLASS, "ORDERS", WS_CHILD | WS_DLGFRAME, 0, 0, 200, 100, parent.hwnd(),
+                           (HMENU)7, GetModuleHandleA(nullptr), nullptr);
+    gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+    ASSERT_TRUE(gw && gw->grid);
+    EXPECT_STREQ("Orders", gw->grid->name);
+    EXPECT_EQ(2, gw->grid->fields->count);
+    EXPECT_EQ(4, Count());
+    // For a child the file's bits of 0x1CB5FFFF win, the creation style's the others.
+    const LONG style = GetWindowLongA(grid, GWL_STYLE);
+    EXPECT_EQ(0x00010081, style & 0x1CB5FFFF);
+    EXPECT_EQ(WS_CHILD | WS_DLGFRAME, style & ~0x1CB5FFFF);
+    EXPECT_EQ((DWORD)style, gw->grid->style);
+}
+
+TEST_F(GridCells, AddsStopAt32760Records)
+{
+    Make(HGS_NEWROW, 0);
+    while (Count() < 32759)
+        HLListAdd(gw->grid->records, nullptr);
+    EXPECT_TRUE(HGSetCellData(grid, 0, 32758, &kSeven)); // the last row: one more comes
+    EXPECT_EQ(32760, Count());
+    parent.seen.clear();
+    EXPECT_TRUE(HGSetCellData(grid, 0, 32759, &kSeven)); // written, but no row follows
+    EXPECT_EQ(32760, Count());
+    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}});
+}
+
+} // namespace
