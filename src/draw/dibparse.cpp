@@ -204,13 +204,12 @@ BOOL DIBCheckBounds(const BYTE* dib, DWORD size)
     DWORD offset = h.size + DIBColorTableSize(dib, size);
     if (offset > size)
         return FALSE;
-    LONG height = h.height < 0 ? -h.height : h.height;
-    if (h.width <= 0 || h.height == 0 || h.height == (LONG)0x80000000 || (DWORD)h.width > kMaxDimension ||
-        (DWORD)height > kMaxDimension)
+    DWORD height = h.height < 0 ? 0u - (DWORD)h.height : (DWORD)h.height;
+    if (h.width <= 0 || height == 0 || (DWORD)h.width > kMaxDimension || height > kMaxDimension)
         return FALSE;
     DWORD left = size - offset;
     if (h.compression == kBiRgb)
-        return (unsigned long long)Stride((DWORD)h.width, h.bitCount) * (DWORD)height <= left;
+        return (unsigned long long)Stride((DWORD)h.width, h.bitCount) * height <= left;
     // Run-length pixels: GDI decodes biSizeImage bytes of them, bottom-up only.
     bool rle = (h.compression == kBiRle8 && h.bitCount == 8) || (h.compression == kBiRle4 && h.bitCount == 4);
     return rle && h.height > 0 && h.sizeImage > 0 && h.sizeImage <= left;
