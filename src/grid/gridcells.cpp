@@ -203,10 +203,12 @@ BOOL HGSetCell(HGridWindow* gw, int col, int row, LPCVOID data)
         // The zero block stays allocated, as the library always did.
         return FALSE;
     }
-    if (!alive || !PlaceCell(grid, col, row, &p)) {
+    // The row source may have changed the grid under the window: place again.
+    if (!alive || !PlaceCell(gw->grid, col, row, &p)) {
         SeamFree(zero);
         return FALSE;
     }
+    grid = gw->grid;
 
     if (IsStringCell(p.field)) {
         memset(p.cell, 0, (size_t)p.field->size);
