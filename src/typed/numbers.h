@@ -19,8 +19,8 @@ constexpr int kNumDigitsSize = 400;
 // the value is below 1 and zeros stand behind the point), `*sign` 1 for a
 // negative value. Exact: works on the binary value of the double and rounds an
 // exact tie away from zero. A result of zero gives "" and -places. `places` is
-// taken into 0..kNumMaxPlaces; `capacity` must be kNumDigitsSize or more.
-// Returns the number of digits, or -1 for an infinity or a NaN.
+// taken into 0..kNumMaxPlaces. Returns the number of digits, or -1 for an
+// infinity, a NaN, or a `capacity` below kNumDigitsSize.
 int HNumDigits(double value, int places, char* digits, int capacity, int* decpt, int* sign);
 
 // Reads a decimal text as the runtime's atof would: an optional "-", digits,
