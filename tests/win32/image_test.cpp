@@ -1,0 +1,182 @@
+// HImageLoad and HImageFree: the library's bitmaps, files written by
+// ImageMagick (tests/fixtures/images), the search order, and the cache's shares.
+#include "wintest.h"
+
+#include <string>
+
+namespace {
+
+HINSTANCE Self() { return GetModuleHandleA(nullptr); }
+
+// A fixture's path with no "." before the file's own name.
+std::string Fixture(const char* name)
+{
+    std::string path = __FILE__;
+    path = path.substr(0, path.find("tests")) + "tests/fixtures/images/" + name;
+    if (path[0] == '/')
+        path = "Z:" + path; // Wine's drive of the Unix root
+    return path;
+}
+
+bool IsBitmap(HANDLE h)
+{
+    BITMAP bm;
+    return GetObjectA(h, sizeof bm, &bm) == sizeof bm;
+}
+
+// Draws the image on white and reads a pixel.
+COLORREF PixelOf(const HImage& image, int x, int y, COLORREF transparent = 0)
+{
+    HDC screen = GetDC(nullptr);
+    HDC dc = CreateCompatibleDC(screen);
+    BITMAPINFO bi = {};
+    bi.bmiHeader = {sizeof bi.bmiHeader, 64, -64, 1, 32};
+    void* bits;
+    HBITMAP canvas = CreateDIBSection(dc, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
+    HGDIOBJ old = SelectObject(dc, canvas);
+    PatBlt(dc, 0, 0, 64, 64, WHITENESS);
+    HImageDraw(dc, &image, 0, 0, transparent);
+    COLORREF c = GetPixel(dc, x, y);
+    SelectObject(dc, old);
+    DeleteObject(canvas);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screen);
+    return c;
+}
+
+const COLORREF kRed = RGB(255, 0, 0), kLime = RGB(0, 255, 0), kBlue = RGB(0, 0, 255), kWhite = RGB(255, 255, 255);
+
+TEST(ImageLoad, LibraryBitmapsLoadByNameFromAnyModule)
+{
+    const char* names[] = {"CAN1", "CAN2", "CANCEL", "CB1", "CB2", "CB3", "CB4", "CB5", "CB6", "CLR",
+                           "GPUSH", "HC1", "HC2", "HC3", "HC4", "HC5", "HC6", "HLP1", "HLP2", "HR1",
+                           "HR2", "HR3", "HR4", "OK", "OK1", "OK2", "RB1", "RB2", "RB3", "RB4"};
+    for (const char* name : names) {
+        HImage image;
+        ASSERT_TRUE(HImageLoad(&image, Self(), name)) << name;
+        EXPECT_TRUE(IsBitmap(image.handle)) << name;
+        int w = 0, h = 0;
+        EXPECT_TRUE(HImageGetSize(&image, &w, &h));
+        EXPECT_EQ(h, 16) << name;
+        EXPECT_NE(HImageFree(&image, TRUE), 0) << name;
+    }
+}
+
+TEST(ImageLoad, ResourceTypeFollowsTheVersionTest)
+{
+    HImage image;
+    ASSERT_TRUE(HImageLoad(&image, Self(), "HC3"));
+    if (GetVersion() & 0x80000000) {
+        EXPECT_EQ(image.type, HIMAGE_BITMAP);
+    } else {
+        EXPECT_EQ(image.type, HIMAGE_DIB);
+        EXPECT_NE(image.palette, nullptr) << "the bitmap has a colour table";
+    }
+    // The check box's corner is the transparent green, its middle white.
+    EXPECT_EQ(PixelOf(image, 0, 0, kLime), kWhite);
+    EXPECT_EQ(PixelOf(image, 0, 0), kLime);
+    EXPECT_EQ(PixelOf(image, 4, 4), kWhite);
+    HImageFree(&image, TRUE);
+}
+
+TEST(ImageLoad, TwoLoadsShareOneHandleUntilTheLastFree)
+{
+    HImage a, b, c;
+    ASSERT_TRUE(HImageLoad(&a, Self(), "RB3"));
+    ASSERT_TRUE(HImageLoad(&b, Self(), "rb3")) << "case of A to Z ignored";
+    EXPECT_EQ(a.handle, b.handle);
+    EXPECT_NE(HImageFree(&a, TRUE), 0);
+    EXPECT_TRUE(IsBitmap(b.handle)) << "the first free deletes nothing";
+    ASSERT_TRUE(HImageLoad(&c, nullptr, "RB3")) << "a library image serves every module";
+    EXPECT_EQ(c.handle, b.handle);
+    EXPECT_NE(HImageFree(&c, TRUE), 0);
+    EXPECT_NE(HImageFree(&b, TRUE), 0);
+    EXPECT_FALSE(IsBitmap(b.handle)) << "the last free deletes";
+}
+
+TEST(ImageLoad, FreeWithoutForceLeavesAnUncachedImage)
+{
+    HBITMAP own = CreateBitmap(2, 2, 1, 1, nullptr);
+    HImage image = {HIMAGE_BITMAP, own, nullptr};
+    EXPECT_EQ(HImageFree(&image, FALSE), 0);
+    EXPECT_TRUE(IsBitmap(own));
+    EXPECT_NE(HImageFree(&image, TRUE), 0);
+    EXPECT_FALSE(IsBitmap(own));
+}
+
+TEST(ImageLoad, PalettedFilesLoadWithTheirColours)
+{
+    const char* names[] = {"pal4.bmp", "pal8.bmp", "rle8.bmp", "core4.bmp", "core8.bmp", "pal4", "PAL8"};
+    for (const char* name : names) {
+        HImage image;
+        ASSERT_TRUE(HImageLoad(&image, Self(), Fixture(name).c_str())) << name;
+        EXPECT_EQ(image.type, HIMAGE_DIB) << name;
+        EXPECT_NE(image.palette, nullptr) << name;
+        EXPECT_EQ(PixelOf(image, 2, 2), kRed) << name;
+        EXPECT_EQ(PixelOf(image, 13, 2), kLime) << name;
+        EXPECT_EQ(PixelOf(image, 2, 10), kBlue) << name;
+        EXPECT_EQ(PixelOf(image, 13, 10), kWhite) << name;
+        HImageFree(&image, TRUE);
+    }
+}
+
+TEST(ImageLoad, FilesWithoutAColourTableAreRefused)
+{
+    const char* names[] = {"rgb24.bmp", "rgb24", "rgb16.bmp", "v5rgb16.bmp", "absent.bmp"};
+    for (const char* name : names) {
+        HImage image = {HIMAGE_ICON, (HANDLE)1, (HPALETTE)1};
+        EXPECT_FALSE(HImageLoad(&image, Self(), Fixture(name).c_str())) << name;
+        EXPECT_EQ(image.handle, nullptr) << name;
+    }
+}
+
+// A name with a dot keeps it through both readers: a bitmap under an icon's
+// name is still read as a bitmap, and an icon under a bitmap's name as an icon.
+TEST(ImageLoad, IconsLoadFrom32PixelImagesOnly)
+{
+    struct Row { const char* name; SHORT type; };
+    const Row rows[] = {
+        {"three.ico", HIMAGE_ICON}, {"three", HIMAGE_ICON},  {"iconinside.bmp", HIMAGE_ICON},
+        {"big64.ico", HIMAGE_ICON}, {"notanicon.ico", HIMAGE_DIB}, {"small16.ico", HIMAGE_NONE},
+        {"true32.ico", HIMAGE_NONE},
+    };
+    for (const Row& r : rows) {
+        HImage image;
+        EXPECT_EQ(HImageLoad(&image, Self(), Fixture(r.name).c_str()), r.type != HIMAGE_NONE) << r.name;
+        EXPECT_EQ(image.type, r.type) << r.name;
+        if (r.type == HIMAGE_NONE)
+            continue;
+        EXPECT_EQ(PixelOf(image, 4, 4), kRed) << r.name;
+        EXPECT_EQ(PixelOf(image, r.type == HIMAGE_ICON ? 28 : 13, 4), kLime) << r.name;
+        EXPECT_EQ(PixelOf(image, 4, r.type == HIMAGE_ICON ? 28 : 13), kBlue) << r.name;
+        HImageFree(&image, TRUE);
+    }
+}
+
+TEST(ImageLoad, AFileIsSharedByEveryModule)
+{
+    HImage a, b;
+    ASSERT_TRUE(HImageLoad(&a, Self(), Fixture("mono1.bmp").c_str()));
+    ASSERT_TRUE(HImageLoad(&b, GetModuleHandleA("QUILL32.dll"), Fixture("MONO1.BMP").c_str()));
+    EXPECT_EQ(a.handle, b.handle);
+    HImageFree(&a, TRUE);
+    HImageFree(&b, TRUE);
+}
+
+TEST(ImageLoad, NamesTooLongForTheFileBuffersAreRefused)
+{
+    std::string dir = Fixture("");
+    std::string fits = dir + std::string(115 - dir.size(), 'x'); // with ".BMP", 119 bytes and the terminator
+    std::string over = fits + "x";
+    for (const std::string& name : {fits, over})
+        ASSERT_TRUE(CopyFileA(Fixture("pal4.bmp").c_str(), (name + ".BMP").c_str(), FALSE));
+    HImage image;
+    EXPECT_TRUE(HImageLoad(&image, Self(), fits.c_str()));
+    HImageFree(&image, TRUE);
+    EXPECT_FALSE(HImageLoad(&image, Self(), over.c_str())) << "the file exists, the name doesn't fit";
+    EXPECT_FALSE(HImageLoad(&image, Self(), std::string(5000, 'y').c_str()));
+    for (const std::string& name : {fits, over})
+        DeleteFileA((name + ".BMP").c_str());
+}
+
+} // namespace
