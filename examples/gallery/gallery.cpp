@@ -85,6 +85,37 @@ LRESULT CALLBACK GalleryProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
     return DefWindowProcA(hWnd, msg, wParam, lParam);
 }
 
+// Prints the visible children of a window into dc, bottom of the z-order first,
+// each at its place; the library's controls paint in WM_ERASEBKGND, which
+// WM_PRINT with PRF_ERASEBKGND sends.
+void PrintChildren(HWND hWnd, HDC dc, POINT origin)
+{
+    for (HWND c = GetWindow(GetWindow(hWnd, GW_CHILD), GW_HWNDLAST); c; c = GetWindow(c, GW_HWNDPREV)) {
+        if (!IsWindowVisible(c))
+            continue;
+        RECT r;
+        GetWindowRect(c, &r);
+        MapWindowPoints(nullptr, hWnd, (LPPOINT)&r, 2);
+        POINT at = {origin.x + r.left, origin.y + r.top};
+        // Each child prints into a bitmap of its own size, which then goes to its
+        // place: controls that clip to their client rectangle expect no offset.
+        int w = r.right - r.left, h = r.bottom - r.top;
+        HDC own = CreateCompatibleDC(dc);
+        HBITMAP bits = CreateCompatibleBitmap(dc, w, h);
+        HGDIOBJ old = SelectObject(own, bits);
+        BitBlt(own, 0, 0, w, h, dc, at.x, at.y, SRCCOPY); // what shows through a transparent child
+        SendMessageA(c, WM_PRINT, (WPARAM)own, PRF_NONCLIENT | PRF_ERASEBKGND | PRF_CLIENT);
+        BitBlt(dc, at.x, at.y, w, h, own, 0, 0, SRCCOPY);
+        SelectObject(own, old);
+        DeleteObject(bits);
+        DeleteDC(own);
+        POINT client = {0, 0};
+        ClientToScreen(c, &client);
+        ScreenToClient(hWnd, &client);
+        PrintChildren(c, dc, {origin.x + client.x, origin.y + client.y});
+    }
+}
+
 // Paints the client area into a memory bitmap and writes it as a 24-bit BMP.
 bool SaveShot(HWND hWnd, const char* path)
 {
@@ -97,6 +128,7 @@ bool SaveShot(HWND hWnd, const char* path)
     HGDIOBJ old = SelectObject(mem, bmp);
     SendMessageA(hWnd, WM_PRINTCLIENT, (WPARAM)mem, PRF_CLIENT);
     Paint(hWnd, mem);
+    PrintChildren(hWnd, mem, {0, 0});
     SelectObject(mem, old);
     BITMAPINFOHEADER bi = {sizeof bi, w, h, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
     int stride = ((w * 3 + 3) / 4) * 4;
@@ -120,6 +152,9 @@ bool SaveShot(HWND hWnd, const char* path)
 
 } // namespace
 
+// The HStat page and its CreateDialogInWin pane (statpage.cpp).
+HWND GalleryStatPage(HWND parent, int x, int y);
+
 int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR cmdLine, int show)
 {
     QuilletInit(); // harmless after the load; makes the import explicit
@@ -130,8 +165,9 @@ int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR cmdLine, int show)
     wc.hbrBackground = (HBRUSH)(COLOR_WINDOW + 1);
     wc.lpszClassName = "QuillGallery";
     RegisterClassA(&wc);
-    HWND hWnd = CreateWindowExA(0, "QuillGallery", "Quill32 gallery", WS_OVERLAPPEDWINDOW, 20, 20, 900, 480,
+    HWND hWnd = CreateWindowExA(0, "QuillGallery", "Quill32 gallery", WS_OVERLAPPEDWINDOW, 20, 20, 900, 640,
                                 nullptr, nullptr, hInstance, nullptr);
+    GalleryStatPage(hWnd, 4, 272);
     ShowWindow(hWnd, show ? show : SW_SHOW);
     UpdateWindow(hWnd);
 
