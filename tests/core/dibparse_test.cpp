@@ -90,14 +90,7 @@ TEST(DibParse, ColorTableSizeFollowsHeaderFormAndBitCount)
     };
     for (const Row& r : rows)
         EXPECT_EQ(DIBColorTableSize(r.dib.data(), (DWORD)r.dib.size()), r.expected) << r.what;
-}
-
-TEST(DibParse, ColorTableSizeOfATruncatedHeaderIsZero)
-{
-    Bytes dib = InfoDib(8, 8, 8);
-    EXPECT_EQ(DIBColorTableSize(dib.data(), 39), 0);
-    EXPECT_EQ(DIBColorTableSize(dib.data(), 11), 0);
-    EXPECT_EQ(DIBColorTableSize(nullptr, 100), 0);
+    EXPECT_EQ(DIBColorTableSize(rows[2].dib.data(), 39), 0) << "info header cut";
 }
 
 TEST(DibParse, ValidHeaderAcceptsThePublishedFormsOnly)
@@ -158,14 +151,6 @@ TEST(DibParse, BoundsHoldOnlyWhenEverythingGdiReadsIsPresent)
     };
     for (const Row& r : rows)
         EXPECT_EQ(DIBCheckBounds(r.dib.data(), (DWORD)(r.dib.size() - r.cut)), r.expected) << r.what;
-}
-
-TEST(DibParse, PixelOffsetIsHeaderPlusTable)
-{
-    Bytes info = InfoDib(8, 8, 4, 0, 0, -1, 32);
-    Bytes core = CoreDib(8, 8, 8, 64);
-    EXPECT_EQ(DIBPixelOffset(info.data(), (DWORD)info.size()), 40u + 64u);
-    EXPECT_EQ(DIBPixelOffset(core.data(), (DWORD)core.size()), 12u + 768u);
 }
 
 TEST(DibParse, LogPaletteTurnsQuadsAndTriplesIntoRedGreenBlue)
