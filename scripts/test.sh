@@ -69,7 +69,7 @@ imports=$(i686-w64-mingw32-objdump -p "$dll" | sed -n 's/.*DLL Name: //p' | tr '
 bad=$(for d in $imports; do case $d in kernel32.dll|user32.dll|gdi32.dll|msvcrt.dll|winmm.dll|advapi32.dll) ;; *) echo "$d";; esac; done)
 if [ -z "$bad" ]; then pass "DLL imports only system DLLs ($imports)"; else fail "DLL imports $bad"; fi
 exports=$(i686-w64-mingw32-objdump -p "$dll" | sed -n '/\[Ordinal\/Name Pointer\] Table/,$p' | sed -n 's/^\s*\[ *[0-9]*\] //p')
-want=$(sed -n 's/^\([A-Za-z_][A-Za-z0-9_]*\)\(@[0-9]*\)\?\s*$/\1/p' src/quill32.def)
+want=$(grep -v -E '^\s*(;|LIBRARY|EXPORTS|$)' src/quill32.def | sed -E 's/[[:space:]]*=.*//; s/@[0-9]+.*//; s/[[:space:]]+$//')
 missing=$(comm -23 <(echo "$want" | sort) <(echo "$exports" | sort))
 decorated=$(echo "$exports" | grep -E '@|^_Z' || true)
 if [ -z "$missing" ] && [ -z "$decorated" ]; then pass "DLL exports $(echo "$want" | wc -l) plain names"; else fail "exports: missing [$missing] decorated [$decorated]"; fi

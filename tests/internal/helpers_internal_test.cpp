@@ -47,6 +47,7 @@ struct ClipCase : ::testing::Test {
 TEST_F(ClipCase, SiblingsAreExcludedButLibraryChildControlsAreNot)
 {
     TestParent parent;
+    ShowWindow(parent.hwnd(), SW_SHOWNOACTIVATE); // hidden windows have nothing visible to clip
     HWND self = parent.Child("STATIC", "", 0, 1, 10, 10, 100, 100);
     HWND plain = parent.Child("STATIC", "", 0, 2, 60, 60, 100, 100);     // overlaps: cut
     HWND hidden = CreateWindowExA(0, "STATIC", "", WS_CHILD, 10, 10, 30, 30, parent.hwnd(), (HMENU)3, nullptr, nullptr);
