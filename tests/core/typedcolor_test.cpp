@@ -1,5 +1,6 @@
-// Colour texts: StringToColor's names and numbers, and HTypedParseColors cutting
-// "[colour]" sections out of a mask in place.
+// Colour texts: StringToColor's names and numbers, HTypedParseColors cutting
+// "[colour]" sections out of a mask, and HStat's specification fields.
+#include "buttons/hstat.h"
 #include "edit/typed.h"
 #include <gtest/gtest.h>
 #include <string.h>
@@ -7,105 +8,88 @@
 
 namespace {
 
-constexpr COLORREF kUntouched = 0x12345678;
+constexpr COLORREF kKeep = 0x12345678; // nothing stored
 
-struct ColorCase {
-    const char* text;
-    BOOL result;
-    COLORREF color; // kUntouched: nothing stored
-};
-
-constexpr ColorCase kColorCases[] = {
-    {"red", 1, 0x0000ff},         {"[red]", 1, 0x0000ff},      {"RED", 1, 0x0000ff},
-    {"rot", 1, 0x0000ff},         {"blue", 1, 0xff0000},       {"cyan", 1, 0xffff00},
-    {"dark", 1, 0x7f7f00},        {"grey", 1, 0x7f7f7f},       {"gray", 1, 0x7f7f7f},
-    {"black", 1, 0x000000},       {"dkred", 1, 0x00007f},      {"[GREEN]", 1, 0x00ff00},
-    {"[gxxxx]", 1, 0x00ff00},     {"lgrey", 1, 0xc0c0c0},      {"olive", 1, 0x007f7f},
-    {"white", 1, 0xffffff},       {"dkblue", 1, 0x7f0000},     {"purple", 1, 0x7f007f},
-    {"yellow", 1, 0x00ffff},      {"dkgreen", 1, 0x007f00},    {"Magenta", 1, 0xff00ff},
-    {"[teal]", 0, kUntouched},    {"orange", 0, kUntouched},   {"r3d", 0, kUntouched},
-    {"", 0, kUntouched},          {"[", 0, kUntouched},        {" red", 0, kUntouched},
-    {"reddish", 0, kUntouched},   {"[255,128,0]", 1, 0x0080ff}, {"0 0 255", 1, 0xff0000},
-    {"256;257;258", 1, 0x020100}, {"[1.2.3.4]", 1, 0x030201},  {"99999999999999999999", 1, 0xff},
-    {"12", 1, 0x00000c},          {"7 xyz 8", 1, 0x000807},    {"[10]", 1, 0x00000a},
+const struct { const char* text; COLORREF color; } kColors[] = {
+    {"red", 0x0000ff},      {"[rot]", 0x0000ff},   {"blue", 0xff0000},    {"cyan", 0xffff00},
+    {"dark", 0x7f7f00},     {"gray", 0x7f7f7f},    {"black", 0x000000},   {"dkred", 0x00007f},
+    {"[GREEN]", 0x00ff00},  {"[gxxxx]", 0x00ff00}, {"lgrey", 0xc0c0c0},   {"olive", 0x007f7f},
+    {"white", 0xffffff},    {"dkblue", 0x7f0000},  {"purple", 0x7f007f},  {"yellow", 0x00ffff},
+    {"dkgreen", 0x007f00},  {"Magenta", 0xff00ff}, {"[teal]", kKeep},     {"r3d", kKeep},
+    {"", kKeep},            {" red", kKeep},       {"reddish", kKeep},    {"[255,128,0]", 0x0080ff},
+    {"0 0 255", 0xff0000},  {"256;257;258", 0x020100}, {"99999999999999999999", 0xff}, {"12", 0x00000c},
 };
 
 TEST(StringToColor, ReadsNamesByLengthAndFirstLetterAndNumbersModulo256)
 {
-    for (const ColorCase& c : kColorCases) {
-        COLORREF color = kUntouched;
-        EXPECT_EQ(c.result, StringToColor(c.text, &color)) << c.text;
+    for (const auto& c : kColors) {
+        COLORREF color = kKeep;
+        EXPECT_EQ(c.color != kKeep, StringToColor(c.text, &color)) << c.text;
         EXPECT_EQ(c.color, color) << c.text;
     }
-}
-
-TEST(StringToColor, NullArgumentsGiveZero)
-{
-    COLORREF color = kUntouched;
+    COLORREF color = kKeep;
     EXPECT_EQ(0, StringToColor(nullptr, &color));
-    EXPECT_EQ(kUntouched, color);
     EXPECT_EQ(0, StringToColor("red", nullptr));
 }
 
-struct CutCase {
-    const char* text;
-    bool second;       // a second out pointer is given
-    int result;
-    const char* rest;  // the text afterwards
-    COLORREF first, alt;
-};
-
-const CutCase kCutCases[] = {
+const struct { const char* text; bool second; int result; const char* rest; COLORREF first, alt; } kCuts[] = {
     {"[red];[blue]", true, 3, ";", 0x0000ff, 0xff0000},
-    {"[red];[blue]", false, 1, ";", 0x0000ff, kUntouched},
-    {"#,##0[blue]", true, 1, "#,##0", 0xff0000, kUntouched},
-    {"\\[red]abc", true, 1, "abc", 0x0000ff, kUntouched},
-    {"a\\;b[red]", true, 2, "a;b", kUntouched, 0x0000ff},
-    {"0;0;[red]", true, 0, "0;0;", kUntouched, kUntouched},
-    {"[teal]x;[red]", true, 2, "x;", kUntouched, 0x0000ff},
-    {"x;[teal]", true, 0, "x;", kUntouched, kUntouched},
-    {"ab\\cd", true, 0, "ab\\cd", kUntouched, kUntouched},
-    {"[red", true, 0, "", kUntouched, kUntouched},
-    {"no colour", true, 0, "no colour", kUntouched, kUntouched},
-    {"[0,0,255]x", true, 1, "x", 0xff0000, kUntouched},
-    {"[red][blue]", true, 1, "", 0xff0000, kUntouched},
-    {"x;[red][blue]", true, 4, "x;", kUntouched, 0xff0000}, // each second colour adds 2
-    {"", true, 0, "", kUntouched, kUntouched},
+    {"[red];[blue]", false, 1, ";", 0x0000ff, kKeep},
+    {"\\[red]abc", true, 1, "abc", 0x0000ff, kKeep},   // the escape removes only itself
+    {"a\\;b[red]", true, 2, "a;b", kKeep, 0x0000ff},   // an escaped ";" still counts
+    {"0;0;[red]", true, 0, "0;0;", kKeep, kKeep},
+    {"[teal]x;[red]", true, 2, "x;", kKeep, 0x0000ff},
+    {"ab\\cd", true, 0, "ab\\cd", kKeep, kKeep},
+    {"[red", true, 0, "", kKeep, kKeep},
+    {"[red][blue]", true, 1, "", 0xff0000, kKeep},
+    {"x;[red][blue]", true, 4, "x;", kKeep, 0xff0000}, // each second colour adds 2
 };
 
 TEST(HTypedParseColors, CutsSectionsAndSetsColoursBySeparatorCount)
 {
-    for (const CutCase& c : kCutCases) {
-        char text[64];
+    for (const auto& c : kCuts) {
+        char text[32];
         strcpy(text, c.text);
-        COLORREF first = kUntouched, alt = kUntouched;
+        COLORREF first = kKeep, alt = kKeep;
         EXPECT_EQ(c.result, HTypedParseColors(text, &first, c.second ? &alt : nullptr)) << c.text;
         EXPECT_STREQ(c.rest, text) << c.text;
         EXPECT_EQ(c.first, first) << c.text;
         EXPECT_EQ(c.alt, alt) << c.text;
     }
-}
-
-TEST(HTypedParseColors, NullTextOrFirstPointerChangesNothing)
-{
     char text[] = "[red]x";
-    COLORREF alt = kUntouched;
-    EXPECT_EQ(0, HTypedParseColors(text, nullptr, &alt));
+    EXPECT_EQ(0, HTypedParseColors(text, nullptr, nullptr));
     EXPECT_STREQ("[red]x", text);
-    EXPECT_EQ(0, HTypedParseColors(nullptr, &alt, &alt));
-    EXPECT_EQ(kUntouched, alt);
 }
 
 TEST(HTypedParseColors, SectionLongerThanItsWorkBufferIsCutNotOverrun)
 {
     std::string text = "[" + std::string(500, 'r') + "]tail";
-    COLORREF first = kUntouched;
+    COLORREF first = kKeep;
     EXPECT_EQ(0, HTypedParseColors(text.data(), &first, nullptr));
     EXPECT_STREQ("tail", text.c_str());
     std::string digits = "[1,2," + std::string(300, '0') + "]x";
     EXPECT_EQ(1, HTypedParseColors(digits.data(), &first, nullptr));
     EXPECT_EQ(0x000201u, first);
-    EXPECT_STREQ("x", digits.c_str());
+}
+
+TEST(StatSpec, ContentFollowsTheSecondSeparatorAndIsCutToTheWorkCopy)
+{
+    const struct { const char* spec; const char* content; COLORREF text, back; } kSpecs[] = {
+        {"Hello", "Hello", kKeep, kKeep},   {"[red];[yellow];A^B", "A^B", 0x0000ff, 0x00ffff},
+        {"[blue]Status", "Status", 0xff0000, kKeep}, {"a;b", "b", kKeep, kKeep},
+        {"a;b;c;d", "c;d", kKeep, kKeep},   {"\\;x;y", "y", kKeep, kKeep},
+    };
+    char buffer[kStatSpecSize];
+    for (const auto& s : kSpecs) {
+        COLORREF text = kKeep, back = kKeep;
+        EXPECT_STREQ(s.content, HStatSpecContent(s.spec, &text, &back, buffer)) << s.spec;
+        EXPECT_EQ(s.text, text) << s.spec;
+        EXPECT_EQ(s.back, back) << s.spec;
+    }
+    COLORREF text, back;
+    EXPECT_STREQ("", HStatSpecContent(nullptr, &text, &back, buffer));
+    std::string spec(1000, 'x');
+    EXPECT_EQ((size_t)kStatSpecSize - 1, strlen(HStatSpecContent(spec.c_str(), &text, &back, buffer)));
 }
 
 } // namespace
