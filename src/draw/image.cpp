@@ -153,11 +153,8 @@ HBITMAP DIBCreateBitmap(const BYTE* dib, DWORD size, HPALETTE palette)
     HDC screen = GetDC(nullptr);
     if (!screen)
         return nullptr;
-    HPALETTE old = nullptr;
-    if (palette) {
-        old = SelectPalette(screen, palette, FALSE);
-        RealizePalette(screen);
-    }
+    HPALETTE old = palette ? SelectPalette(screen, palette, FALSE) : nullptr;
+    RealizePalette(screen);
     HBITMAP bitmap = CreateDIBitmap(screen, (const BITMAPINFOHEADER*)dib, CBM_INIT, pixels, (const BITMAPINFO*)dib,
                                     DIB_RGB_COLORS);
     if (palette)
