@@ -29,6 +29,9 @@ wine_up() {
   wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d '' /f >/dev/null 2>&1
   wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Auto /d 0 /f >/dev/null 2>&1
   wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
+  # Every run starts from the same "Intl" settings, whatever an earlier run left:
+  # the values that the library also takes when the profile has none.
+  wine regedit /S "$(winepath -w "$QUILL_ROOT/scripts/intl-defaults.reg")" >/dev/null 2>&1
   wineserver -p
   QUILL_KEEPALIVE=
   if [ -n "$keepalive" ] && [ -f "$keepalive" ]; then
