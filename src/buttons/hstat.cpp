@@ -84,12 +84,12 @@ LRESULT HStatSetFont(HStatRec* r, HFONT font)
     return (LRESULT)old;
 }
 
-LRESULT HStatNcCalcSize(HStatRec* r, LPARAM lParam, BOOL* handled)
+LRESULT HStatNcCalcSize(HStatRec* r, WPARAM wParam, LPARAM lParam, BOOL* handled)
 {
     if (!(r->dwStyle & WS_BORDER))
         return 0;
     // The client grows over the platform's border, and the painter draws its own.
-    DefWindowProcA(r->hWnd, WM_NCCALCSIZE, 0, lParam);
+    DefWindowProcA(r->hWnd, WM_NCCALCSIZE, wParam, lParam);
     InflateRect((LPRECT)lParam, 1, 1);
     *handled = TRUE;
     return 1;
@@ -218,7 +218,7 @@ extern "C" LRESULT CALLBACK HStatMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         return (LRESULT)r->hFont;
     case WM_NCCALCSIZE: {
         BOOL handled = FALSE;
-        LRESULT result = HStatNcCalcSize(r, lParam, &handled);
+        LRESULT result = HStatNcCalcSize(r, wParam, lParam, &handled);
         if (handled)
             return result;
         break;
