@@ -38,6 +38,7 @@ wine_up() {
     wine "$keepalive" >/dev/null 2>&1 &
     QUILL_KEEPALIVE=$!
   fi
+  return 0
 }
 
 wine_down() {

@@ -38,6 +38,11 @@ extern "C" LRESULT CALLBACK HToolMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
     case WM_NCDESTROY:
         HCtlFreeRecord(hWnd, t);
         break;
+    case HM_SETSTYLE: // the whole word, not the common half-and-half
+        t->base.dwStyle = (DWORD)lParam;
+        InvalidateRect(hWnd, nullptr, FALSE);
+        UpdateWindow(hWnd);
+        return 1;
     }
     *notHandled = TRUE;
     return 0;

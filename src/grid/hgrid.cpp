@@ -217,6 +217,12 @@ extern "C" LRESULT CALLBACK HGridMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         if (gw)
             HGridEndWindow(hWnd, gw);
         break;
+    case HM_GETSTYLE: // the grid's record has no extended head: the pair is its style word
+        return gw->grid ? (LRESULT)gw->grid->style : 0;
+    case HM_SETSTYLE:
+        if (gw->grid)
+            gw->grid->style = (DWORD)lParam;
+        return 1;
     }
     *notHandled = TRUE;
     return 0;

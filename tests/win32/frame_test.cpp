@@ -316,6 +316,25 @@ TEST_F(Spine, PointerMessagesWorkWithoutARecord)
     DestroyWindow(bare);
 }
 
+TEST(StyleWord, ToolStoresTheWholeWordAndGridUsesItsOwnStyle)
+{
+    TestParent parent;
+    HWND tool = parent.Child("HTool", "", 0, 1);
+    EXPECT_EQ(1, SendMessageA(tool, HM_SETSTYLE, 0, 0x12345678));
+    HCtlBaseEx* t = (HCtlBaseEx*)SendMessageA(tool, HM_GETPTR, 0, 0);
+    EXPECT_EQ(0x12345678u, t->dwStyle);
+    EXPECT_EQ(0, t->wExtra);
+
+    HWND grid = parent.Child("HGrid", "", WS_BORDER, 2, 10, 40, 200, 100);
+    ASSERT_TRUE(grid);
+    LRESULT style = SendMessageA(grid, HM_GETSTYLE, 0, 0);
+    EXPECT_EQ((LRESULT)(WS_CHILD | WS_VISIBLE | WS_BORDER), style & (WS_CHILD | WS_VISIBLE | WS_BORDER));
+    HBRUSH brushBefore = *(HBRUSH*)((char*)SendMessageA(grid, HM_GETPTR, 0, 0) + 20);
+    EXPECT_EQ(1, SendMessageA(grid, HM_SETSTYLE, 0, style | 0x0004));
+    EXPECT_EQ(style | 0x0004, SendMessageA(grid, HM_GETSTYLE, 0, 0));
+    EXPECT_EQ(brushBefore, *(HBRUSH*)((char*)SendMessageA(grid, HM_GETPTR, 0, 0) + 20)); // the head is untouched
+}
+
 // ---- colour requests ----
 
 TEST_F(Spine, ColourRequestsGoToTheNotifyTargetByKind)
