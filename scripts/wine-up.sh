@@ -32,7 +32,7 @@ wine_up() {
   # Every run starts from the same "Intl" settings, whatever an earlier run left:
   # the values that the library also takes when the profile has none.
   wine regedit /S "$(winepath -w "$QUILL_ROOT/scripts/intl-defaults.reg")" >/dev/null 2>&1
-  wineserver -p
+  wineserver -p || true
   QUILL_KEEPALIVE=
   if [ -n "$keepalive" ] && [ -f "$keepalive" ]; then
     wine "$keepalive" >/dev/null 2>&1 &
