@@ -38,6 +38,25 @@ struct Canvas {
     COLORREF at(int x, int y) const { return GetPixel(dc, x, y); }
 };
 
+} // namespace
+
+// How many more GDI objects the process can make: pens are made until the
+// handle table is full, then deleted. Exact under Wine, whose GetGuiResources counts nothing.
+int GdiHeadroom() // also used by the image tests
+{
+    std::vector<HPEN> pens;
+    while (pens.size() < 200000)
+        if (HPEN p = CreatePen(PS_SOLID, 1, RGB(1, 2, 3)))
+            pens.push_back(p);
+        else
+            break;
+    for (HPEN p : pens)
+        DeleteObject(p);
+    return (int)pens.size();
+}
+
+namespace {
+
 const COLORREF kMarker = RGB(1, 2, 3);
 const COLORREF kWhite = RGB(255, 255, 255), kBlack = RGB(0, 0, 0), kRed = RGB(255, 0, 0), kLime = RGB(0, 255, 0);
 COLORREF Shadow() { return GetSysColor(COLOR_BTNSHADOW); }
@@ -297,21 +316,6 @@ TEST(HBDrawText, ANullRecordGivesZeroAndANullCaptionDrawsEmpty)
     struct { HCtlBaseEx base; LPSTR text; } button = {};
     EXPECT_TRUE(HBDrawText(c.dc, (LPARAM)&button, 0));
     EXPECT_EQ(c.at(5, 5), kMarker);
-}
-
-// How many more GDI objects the process can make: pens are made until the
-// handle table is full, then deleted. Exact under Wine, whose GetGuiResources counts nothing.
-int GdiHeadroom()
-{
-    std::vector<HPEN> pens;
-    while (pens.size() < 200000)
-        if (HPEN p = CreatePen(PS_SOLID, 1, RGB(1, 2, 3)))
-            pens.push_back(p);
-        else
-            break;
-    for (HPEN p : pens)
-        DeleteObject(p);
-    return (int)pens.size();
 }
 
 TEST(DrawPushButton, LeavesNoGdiObjectBehind)

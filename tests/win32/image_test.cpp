@@ -4,6 +4,8 @@
 
 #include <string>
 
+int GdiHeadroom(); // draw_test.cpp
+
 namespace {
 
 HINSTANCE Self() { return GetModuleHandleA(nullptr); }
@@ -177,6 +179,24 @@ TEST(ImageLoad, NamesTooLongForTheFileBuffersAreRefused)
     EXPECT_FALSE(HImageLoad(&image, Self(), std::string(5000, 'y').c_str()));
     for (const std::string& name : {fits, over})
         DeleteFileA((name + ".BMP").c_str());
+}
+
+TEST(ImageLoad, TheLastFreeDeletesEverythingTheLoadMade)
+{
+    const std::string names[] = {"HC1", Fixture("pal8.bmp"), Fixture("three.ico"), Fixture("rgb24")};
+    HImage warm;
+    HImageLoad(&warm, Self(), "HC2"); // first use may make lasting objects
+    HImageFree(&warm, TRUE);
+    int before = GdiHeadroom();
+    for (const std::string& name : names) {
+        HImage a, b;
+        BOOL loaded = HImageLoad(&a, Self(), name.c_str());
+        if (loaded && HImageLoad(&b, Self(), name.c_str()))
+            HImageFree(&b, TRUE);
+        if (loaded)
+            HImageFree(&a, TRUE);
+    }
+    EXPECT_EQ(GdiHeadroom(), before);
 }
 
 } // namespace
