@@ -10,4 +10,4 @@ source "$root/scripts/wine-env.sh"
 bin="$root/build/win32/bin"
 cp "$bin/win32_tests.exe" "$bin/image9x_tests.exe"
 wine reg add 'HKCU\Software\Wine\AppDefaults\image9x_tests.exe' /v Version /d win98 /f >/dev/null
-exec wine "$bin/image9x_tests.exe" --gtest_filter='ImageLoad.*:Draw*:HImage*' "$@"
+exec wine "$bin/image9x_tests.exe" --gtest_filter='ImageLoad.*:Draw*:HImage*:HBDrawText*' "$@"
