@@ -41,11 +41,11 @@ bool IsPunct(char c)
            (c >= '{' && c <= '~');
 }
 
-// True if the date mask names the field by its letter in either case; a null
-// or empty mask is the default, which names them all.
+// True if the date mask is null or names the field by its letter in either
+// case; an empty mask names none.
 bool MaskNames(LPCSTR mask, char lower)
 {
-    if (!mask || !*mask)
+    if (!mask)
         return true;
     for (const char* p = mask; *p; ++p)
         if (*p == lower || *p == lower - 'a' + 'A')

@@ -561,8 +561,8 @@ LPSTR HNumPlace(LPSTR target, LPCSTR mask, int maskLength, LPCSTR digits, int di
             }
             for (; literals > 0 && at >= 0 && at < maskLength; at += step) {
                 char c = mask[at];
-                if (c == '#' || c == '*' || c == ',' || c == '0')
-                    continue;
+                if (c == '#' || c == '*' || c == ',')
+                    continue; // a "0" left here is written as a literal
                 put(literalOf(c));
                 --literals;
             }

@@ -270,6 +270,7 @@ const struct {
     {"02/29/1900", 'l', nullptr, 19000228, 1},       // 1900 is common
     {"03/15/99", 'l', "dd/mm/yy", 19990315, 1},      // two-digit year repaired
     {"13/15/2024", 'l', nullptr, 20241215, 1},       // month repaired to 12
+    {"13/15/2024", 'l', "", 20241315, 1},            // an empty mask names no field: no check
     {"03/15/2024", 'x', "dd/mm/yyyy", -1, 0},        // no such type: 0, the text was good
     {"13/15/2024", 'x', "dd/mm/yyyy", -1, 1},        // a failed check still reports
 };

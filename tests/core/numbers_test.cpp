@@ -265,6 +265,7 @@ const struct {
     {1.5, "0.00 kg", 64, 0, "1.50 kg", 7},
     {5, "#.## kg", 64, 0, "5. kg", 5},             // the point stays with other literals
     {5, "#.##", 64, 0, "5", 1},                    // a bare point is not shown
+    {1.5, "#0.#0 kg", 64, 0, "1.50 k", 6},         // the closing walk takes a "0" for a literal
     {0, "#.##", 64, 0, "", 0},
     {0.05, "#.##", 64, 0, ".05", 3},
     {-0.001, "0.00", 64, 0, "-0.00", 5},
