@@ -13,10 +13,13 @@ constexpr DWORD kIconDirSize = 6;
 constexpr DWORD kIconEntrySize = 16;
 constexpr DWORD kIconSizeLimit = 0xFFFF; // a larger image is not read
 constexpr DWORD kBiRgb = 0, kBiRle8 = 1, kBiRle4 = 2;
+constexpr UINT kOpenRead = 0x0000;          // OpenFile: OF_READ
+constexpr UINT kOpenReadDenyWrite = 0x0020; // OF_READ | OF_SHARE_DENY_WRITE
 
 WORD Word(const BYTE* p) { return (WORD)(p[0] | (p[1] << 8)); }
 DWORD Dword(const BYTE* p) { return (DWORD)p[0] | ((DWORD)p[1] << 8) | ((DWORD)p[2] << 16) | ((DWORD)p[3] << 24); }
 void PutWord(BYTE* p, WORD v) { p[0] = (BYTE)v; p[1] = (BYTE)(v >> 8); }
+void PutDword(BYTE* p, DWORD v) { PutWord(p, (WORD)v); PutWord(p + 2, (WORD)(v >> 16)); }
 
 // The fields of either header that the readers use, read from bytes.
 struct DibHeader {
@@ -84,29 +87,26 @@ LONG MemorySeek(LPVOID context, LONG offset)
 
 LONG MemorySize(LPVOID context) { return (LONG)((ImageMemory*)context)->size; }
 
+// An open image file; its size is learnt before any read, from the path OpenFile found.
+struct ImageFile {
+    HFILE handle;
+    LONG size;
+};
+
 UINT FileRead(LPVOID context, LPVOID buffer, UINT count)
 {
-    UINT n = SeamFileRead(*(HFILE*)context, buffer, count);
+    UINT n = SeamFileRead(((ImageFile*)context)->handle, buffer, count);
     return n == (UINT)HFILE_ERROR ? 0 : n;
 }
 
 LONG FileSeek(LPVOID context, LONG offset)
 {
-    return offset < 0 ? -1 : SeamFileSeek(*(HFILE*)context, offset, 0);
+    return offset < 0 ? -1 : SeamFileSeek(((ImageFile*)context)->handle, offset, 0);
 }
 
-// The file's size by a seek to its end; the position goes back to where it was.
-LONG FileSize(LPVOID context)
-{
-    HFILE f = *(HFILE*)context;
-    LONG here = SeamFileSeek(f, 0, 1);
-    LONG end = SeamFileSeek(f, 0, 2);
-    if (here < 0 || SeamFileSeek(f, here, 0) < 0)
-        return -1;
-    return end;
-}
+LONG FileSize(LPVOID context) { return ((ImageFile*)context)->size; }
 
-void ImageSourceFile(ImageSource* source, HFILE* file)
+void ImageSourceFile(ImageSource* source, ImageFile* file)
 {
     source->context = file;
     source->read = FileRead;
@@ -290,13 +290,20 @@ LPBYTE DIBReadFile(LPCSTR name, LPDWORD size)
     *size = 0;
     if (!name)
         return nullptr;
-    HFILE file = SeamFileOpen(name);
-    if (file == HFILE_ERROR)
+    char found[OFS_MAXPATHNAME];
+    ImageFile file = {SeamFileSearch(name, kOpenRead, found), -1};
+    if (file.handle == HFILE_ERROR)
         return nullptr;
+    // A second handle on the path found serves only for the size.
+    file.size = SeamFileSizeOf(found);
+    if (file.size < 0) {
+        SeamFileClose(file.handle);
+        return nullptr;
+    }
     ImageSource source;
     ImageSourceFile(&source, &file);
     LPBYTE block = DIBReadSource(&source, size);
-    SeamFileClose(file);
+    SeamFileClose(file.handle);
     return block;
 }
 
@@ -350,6 +357,7 @@ BOOL IconReadSource(ImageSource* source, IconBlock* icon)
     DWORD mask = pixels + total - ht * rowLength;
     if (maskRead > bytes - mask)
         return FALSE;
+    PutDword(b + 20, total); // biSizeImage
     // A DIB's rows run bottom-up and CreateIcon wants the mask top-down.
     BYTE row[32];
     for (DWORD top = mask, bottom = pixels + total - rowLength; rowLength && top < bottom;
@@ -373,12 +381,13 @@ BOOL IconReadFileBlock(LPCSTR name, IconBlock* icon)
     char path[kImageNameSize];
     if (!ImageFileName(name, ".ICO", path))
         return FALSE;
-    HFILE file = SeamFileOpen(path);
-    if (file == HFILE_ERROR)
+    char found[OFS_MAXPATHNAME];
+    ImageFile file = {SeamFileSearch(path, kOpenReadDenyWrite, found), -1};
+    if (file.handle == HFILE_ERROR)
         return FALSE;
     ImageSource source;
     ImageSourceFile(&source, &file);
     BOOL ok = IconReadSource(&source, icon);
-    SeamFileClose(file);
+    SeamFileClose(file.handle);
     return ok;
 }

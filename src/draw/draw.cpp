@@ -13,7 +13,8 @@ namespace {
 struct GdiObject {
     HGDIOBJ h;
     explicit GdiObject(HGDIOBJ object) : h(object) {}
-    ~GdiObject() { if (h) DeleteObject(h); }
+    ~GdiObject() { reset(); }
+    void reset() { if (h) DeleteObject(h); h = nullptr; }
     GdiObject(const GdiObject&) = delete;
     GdiObject& operator=(const GdiObject&) = delete;
     operator HGDIOBJ() const { return h; }
@@ -145,12 +146,11 @@ void DrawTransparentBitmap(HDC hDC, HBITMAP hBitmap, int x, int y, COLORREF tran
         BitBlt(hDC, x, y, size.x, size.y, image, 0, 0, SRCCOPY);
         return;
     }
-    // Bitmaps are declared before the contexts, so the contexts go first.
+    MemoryDC back(hDC), object(hDC), work(hDC), save(hDC);
     GdiObject backBits(CreateBitmap(size.x, size.y, 1, 1, nullptr));
     GdiObject objectBits(CreateBitmap(size.x, size.y, 1, 1, nullptr));
     GdiObject workBits(CreateCompatibleBitmap(hDC, size.x, size.y));
     GdiObject saveBits(CreateCompatibleBitmap(hDC, size.x, size.y));
-    MemoryDC save(hDC), object(hDC), back(hDC), work(hDC);
     // What SelectObject hands back is each context's stock one-pixel bitmap.
     DeleteObject(SelectObject(back, backBits));
     DeleteObject(SelectObject(object, objectBits));
@@ -169,6 +169,11 @@ void DrawTransparentBitmap(HDC hDC, HBITMAP hBitmap, int x, int y, COLORREF tran
     BitBlt(save, 0, 0, size.x, size.y, back, 0, 0, SRCAND);
     BitBlt(work, 0, 0, size.x, size.y, save, 0, 0, SRCPAINT);
     BitBlt(hDC, x, y, size.x, size.y, work, 0, 0, SRCCOPY);
+    // The contexts go first, so that no bitmap is selected when it is deleted.
+    work.reset();
+    back.reset();
+    object.reset();
+    save.reset();
 }
 
 DWORD MeasureTextLines(HDC hDC, LPCSTR text)
@@ -202,12 +207,11 @@ extern "C" void QUILLAPI DrawPushButton(HWND hWnd, HDC hDC, LPRECT rect, int dep
         return;
     int w = rect->right - rect->left, h = rect->bottom - rect->top;
     RECT r = {0, 0, w, h};
-    // Objects first, the context last, so that the context is deleted before them.
+    MemoryDC mem(hDC);
     GdiObject bitmap(CreateCompatibleBitmap(hDC, w, h));
     GdiObject faceBrush(CreateSolidBrush(GetSysColor(COLOR_BTNFACE)));
     GdiObject shadowPen(SysPen(COLOR_BTNSHADOW));
     GdiObject facePen(SysPen(COLOR_BTNFACE));
-    MemoryDC mem(hDC);
     HPEN blackPen = (HPEN)GetStockObject(BLACK_PEN);
     HPEN whitePen = (HPEN)GetStockObject(WHITE_PEN);
     SelectObject(mem, bitmap);
@@ -281,6 +285,12 @@ extern "C" void QUILLAPI DrawPushButton(HWND hWnd, HDC hDC, LPRECT rect, int dep
     }
 
     BitBlt(hDC, rect->left, rect->top, w + 1, h + 1, mem, 0, 0, SRCCOPY);
+    // The context first, then the bitmap, the face brush, the face pen, the shadow pen.
+    mem.reset();
+    bitmap.reset();
+    faceBrush.reset();
+    facePen.reset();
+    shadowPen.reset();
     if (options & DPB_RETURNRECT) {
         rect->left += r.left;
         rect->top += r.top;
@@ -301,12 +311,10 @@ extern "C" int QUILLAPI HImageDraw(HDC hDC, const HImage* image, int x, int y, C
     case HIMAGE_ICON:
         return image->handle ? DrawIcon(hDC, x, y, (HICON)image->handle) : 1;
     case HIMAGE_DIB: {
-        HPALETTE old = image->palette ? SelectPalette(hDC, image->palette, TRUE) : nullptr;
-        if (image->palette)
-            RealizePalette(hDC);
+        HPALETTE old = SelectPalette(hDC, image->palette, TRUE);
+        RealizePalette(hDC);
         DrawTransparentBitmap(hDC, (HBITMAP)image->handle, x, y, transparent);
-        if (image->palette)
-            SelectPalette(hDC, old, TRUE);
+        SelectPalette(hDC, old, TRUE);
         return 1;
     }
     }

@@ -53,14 +53,16 @@ int DIBColorCount(const BYTE* dib, DWORD size);
 // the colour table, on the seam heap: the caller frees it. Null for no colours,
 // a table not present, or no memory.
 LPVOID DIBLogPalette(const BYTE* dib, DWORD size);
-// Reads a ".BMP" file whole: the block holds everything behind the 14-byte file
+// Reads a ".BMP" file whole, found as OpenFile (OF_READ) finds it; the size comes
+// from a second open of the path found. The block holds everything behind the 14-byte file
 // header and *size the number of those bytes. Null for a missing file, a short
 // header, a magic other than "BM", a short read or no memory.
 LPBYTE DIBReadFile(LPCSTR name, LPDWORD size);
 LPBYTE DIBReadSource(ImageSource* source, LPDWORD size);
 
 // The image of an icon file chosen for loading, read and checked, its AND mask
-// already turned top-down; biHeight is still the file's.
+// already turned top-down; biHeight is still the file's, biSizeImage the
+// counted total of height times width times (bit count + 1) / 8.
 struct IconBlock {
     LPBYTE block;       // seam block of `size` bytes: info header, colours, XOR pixels, AND mask
     DWORD size;
@@ -72,7 +74,8 @@ struct IconBlock {
 // Reads the directory, picks the first entry 32 high or 64 wide, reads its
 // image and turns its mask. FALSE, with nothing allocated, when there is none.
 BOOL IconReadSource(ImageSource* source, IconBlock* icon);
-// The same from a file: name gets ".ICO" when it holds no ".".
+// The same from a file, found as OpenFile (OF_READ, OF_SHARE_DENY_WRITE) finds
+// it: name gets ".ICO" when it holds no ".".
 BOOL IconReadFileBlock(LPCSTR name, IconBlock* icon);
 
 #ifdef _WIN32

@@ -36,6 +36,27 @@ inline UINT SeamFileRead(HFILE f, void* buf, UINT n) { return _lread(f, buf, n);
 inline UINT SeamFileWrite(HFILE f, const void* buf, UINT n) { return _lwrite(f, (LPCCH)buf, n); }
 inline LONG SeamFileSeek(HFILE f, LONG offset, int origin) { return _llseek(f, offset, origin); }
 inline void SeamFileClose(HFILE f) { _lclose(f); }
+// Opens name as OpenFile does, searching the application's directory, the
+// current one, the system and Windows directories and PATH for a bare name;
+// path (OFS_MAXPATHNAME bytes) receives the full path that was found.
+inline HFILE SeamFileSearch(LPCSTR name, UINT style, LPSTR path)
+{
+    OFSTRUCT of = {};
+    HFILE f = OpenFile(name, &of, style);
+    lstrcpynA(path, of.szPathName, OFS_MAXPATHNAME);
+    return f;
+}
+// The size of the file at path through a second handle (CreateFileA, GENERIC_READ,
+// FILE_SHARE_READ) that is closed at once; -1 if it cannot be opened.
+inline LONG SeamFileSizeOf(LPCSTR path)
+{
+    HANDLE h = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE)
+        return -1;
+    DWORD size = GetFileSize(h, nullptr);
+    CloseHandle(h);
+    return size > 0x7FFFFFFF ? -1 : (LONG)size;
+}
 
 #else
 
@@ -59,6 +80,8 @@ UINT SeamFileRead(HFILE f, void* buf, UINT n);
 UINT SeamFileWrite(HFILE f, const void* buf, UINT n);
 LONG SeamFileSeek(HFILE f, LONG offset, int origin);
 void SeamFileClose(HFILE f);
+HFILE SeamFileSearch(LPCSTR name, UINT style, LPSTR path);
+LONG SeamFileSizeOf(LPCSTR path);
 
 #endif
 

@@ -5,6 +5,7 @@
 #include <stdlib.h>
 #include <string.h>
 #include <strings.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <map>
@@ -126,6 +127,20 @@ LONG SeamFileSeek(HFILE f, LONG offset, int origin)
     return r < 0 ? -1 : (LONG)r;
 }
 void SeamFileClose(HFILE f) { if (f >= 0) close(f); }
+// No search path here: the name is opened as given and is the path found.
+HFILE SeamFileSearch(LPCSTR name, UINT, LPSTR path)
+{
+    path[0] = 0;
+    if (!name)
+        return HFILE_ERROR;
+    strncat(path, name, OFS_MAXPATHNAME - 1);
+    return open(name, O_RDONLY);
+}
+LONG SeamFileSizeOf(LPCSTR path)
+{
+    struct stat st;
+    return stat(path, &st) == 0 && st.st_size <= 0x7FFFFFFF ? (LONG)st.st_size : -1;
+}
 
 void SeamNativeSetProfile(LPCSTR section, LPCSTR key, LPCSTR value)
 {

@@ -17,6 +17,7 @@ using Bytes = std::vector<BYTE>;
 void Put16(Bytes& b, size_t at, unsigned v) { b[at] = (BYTE)v; b[at + 1] = (BYTE)(v >> 8); }
 void Put32(Bytes& b, size_t at, unsigned v) { Put16(b, at, v & 0xFFFF); Put16(b, at + 2, v >> 16); }
 unsigned Get16(const BYTE* p) { return p[0] | (p[1] << 8); }
+unsigned Get32(const BYTE* p) { return Get16(p) | (Get16(p + 2) << 16); }
 
 // An info-header DIB: header, `colors` RGBQUADs (colour i is (i, 2i, 3i)), then `pixels` bytes.
 Bytes InfoDib(int width, int height, int bits, unsigned compression = 0, unsigned clrUsed = 0, int colors = -1,
@@ -320,6 +321,7 @@ TEST(IconParse, TheFirstEntry32HighOr64WideIsTaken)
         EXPECT_EQ(icon.width, r.w) << r.what;
         EXPECT_EQ(icon.height, r.h) << r.what;
         EXPECT_EQ(Get16(icon.block + 14), r.bits) << r.what;
+        EXPECT_EQ(Get32(icon.block + 20), r.h * r.w * (r.bits + 1) / 8) << "biSizeImage, " << r.what;
         SeamFree(icon.block);
     }
 }

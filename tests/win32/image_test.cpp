@@ -20,6 +20,29 @@ std::string Fixture(const char* name)
     return path;
 }
 
+// Copies a fixture into the application's directory under another name and
+// makes a directory without it current, so that only a search that starts in
+// the application's directory, as OpenFile's does, finds it there.
+struct InAppDirectory {
+    std::string copy;
+    char previous[MAX_PATH];
+    InAppDirectory(const char* fixture, const char* as)
+    {
+        char exe[MAX_PATH];
+        GetModuleFileNameA(nullptr, exe, sizeof exe);
+        copy = exe;
+        copy = copy.substr(0, copy.find_last_of("\\/") + 1) + as;
+        CopyFileA(Fixture(fixture).c_str(), copy.c_str(), FALSE);
+        GetCurrentDirectoryA(sizeof previous, previous);
+        SetCurrentDirectoryA(Fixture("").c_str());
+    }
+    ~InAppDirectory()
+    {
+        SetCurrentDirectoryA(previous);
+        DeleteFileA(copy.c_str());
+    }
+};
+
 bool IsBitmap(HANDLE h)
 {
     BITMAP bm;
@@ -108,10 +131,12 @@ TEST(ImageLoad, FreeWithoutForceLeavesAnUncachedImage)
 
 TEST(ImageLoad, PalettedFilesLoadWithTheirColours)
 {
-    const char* names[] = {"pal4.bmp", "pal8.bmp", "rle8.bmp", "core4.bmp", "core8.bmp", "pal4", "PAL8"};
-    for (const char* name : names) {
+    InAppDirectory found("pal8.bmp", "QAPPDIR8.BMP");
+    const std::string names[] = {Fixture("pal4.bmp"),  Fixture("pal8.bmp"), Fixture("rle8.bmp"), Fixture("core4.bmp"),
+                                 Fixture("core8.bmp"), Fixture("pal4"),     Fixture("PAL8"),     "qappdir8"};
+    for (const std::string& name : names) {
         HImage image;
-        ASSERT_TRUE(HImageLoad(&image, Self(), Fixture(name).c_str())) << name;
+        ASSERT_TRUE(HImageLoad(&image, Self(), name.c_str())) << name;
         EXPECT_EQ(image.type, HIMAGE_DIB) << name;
         EXPECT_NE(image.palette, nullptr) << name;
         EXPECT_EQ(PixelOf(image, 2, 2), kRed) << name;
@@ -140,11 +165,14 @@ TEST(ImageLoad, IconsLoadFrom32PixelImagesOnly)
     const Row rows[] = {
         {"three.ico", HIMAGE_ICON}, {"three", HIMAGE_ICON},  {"iconinside.bmp", HIMAGE_ICON},
         {"big64.ico", HIMAGE_ICON}, {"notanicon.ico", HIMAGE_DIB}, {"small16.ico", HIMAGE_NONE},
-        {"true32.ico", HIMAGE_NONE},
+        {"true32.ico", HIMAGE_NONE}, {"@QAPPDIR3", HIMAGE_ICON},
     };
+    InAppDirectory found("three.ico", "QAPPDIR3.ICO");
     for (const Row& r : rows) {
         HImage image;
-        EXPECT_EQ(HImageLoad(&image, Self(), Fixture(r.name).c_str()), r.type != HIMAGE_NONE) << r.name;
+        // "@": a bare name, found in the application's directory
+        std::string name = r.name[0] == '@' ? std::string(r.name + 1) : Fixture(r.name);
+        EXPECT_EQ(HImageLoad(&image, Self(), name.c_str()), r.type != HIMAGE_NONE) << r.name;
         EXPECT_EQ(image.type, r.type) << r.name;
         if (r.type == HIMAGE_NONE)
             continue;
