@@ -462,6 +462,7 @@ void HNumLayoutScan(LPCSTR mask, BOOL negative, BOOL editing, HNumLayout* layout
         else
             layout->flags |= HNUM_MINUS;
     }
+    layout->section = s;
     if (*s == '[') {
         const char* close = s;
         while (*close && *close != ';' && *close != ']')
@@ -622,7 +623,7 @@ extern "C" LPCSTR QUILLAPI HNumMaskParse(LPCSTR mask, BOOL negative, BOOL editin
         parsed->fracLiterals = (BYTE)Clamp(l.fracLiterals, 0, 255);
         parsed->flags = l.flags;
     }
-    return l.intPart;
+    return l.section;
 }
 
 extern "C" int QUILLAPI HFormatDouble(double number, LPCSTR mask, LPSTR text, int size, BOOL editing)

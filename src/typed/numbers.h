@@ -32,6 +32,7 @@ double HNumReadDecimal(LPCSTR text);
 // One section of a number mask, counted in full precision (HNumMask holds the
 // same counts cut to bytes).
 struct HNumLayout {
+    LPCSTR section;   // first character of the section that applies
     LPCSTR intPart;   // first character of the integer part, behind any [...]
     int intLength;    // characters of the integer part
     int intSlots;     // "#", "*", "0" positions
