@@ -151,14 +151,16 @@ LRESULT HStatSetStyle(HStatRec* r, LPARAM style)
     return 1;
 }
 
-HStatRec* HStatCreate(HWND hWnd, const CREATESTRUCTA* cs)
+HStatRec* HStatCreate(HWND hWnd, CREATESTRUCTA* cs)
 {
     HStatRec* r = (HStatRec*)HCtlNewRecord(hWnd, cs, sizeof(HStatRec));
     if (!r)
         return nullptr;
     r->dwStyle = cs->style;
-    // The window loses WS_TABSTOP and 0x80; the record keeps them, and so its right alignment.
-    SetWindowLongA(hWnd, GWL_STYLE, (LONG)(cs->style & ~(DWORD)(WS_TABSTOP | kStatNoAlignBit)));
+    // The creation structure and the window lose WS_TABSTOP and 0x80; the record
+    // keeps them, and so its right alignment.
+    cs->style &= ~(DWORD)(WS_TABSTOP | kStatNoAlignBit);
+    SetWindowLongA(hWnd, GWL_STYLE, (LONG)cs->style);
     HStatSetSpec(r, cs->lpszName);
     return r;
 }
@@ -190,7 +192,7 @@ extern "C" LRESULT CALLBACK HStatMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
     HStatRec* r = (HStatRec*)record;
     switch (msg) {
     case WM_NCCREATE:
-        if (!HStatCreate(hWnd, (const CREATESTRUCTA*)lParam))
+        if (!HStatCreate(hWnd, (CREATESTRUCTA*)lParam))
             return 0;
         break;
     case WM_NCDESTROY:

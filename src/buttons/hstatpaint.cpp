@@ -164,7 +164,8 @@ void HStatPaint(HStatRec* r, HDC dc)
         HStatPaintLine(r, dc, client);
         return;
     }
-    HGDIOBJ oldFont = r->hFont ? SelectObject(dc, r->hFont) : nullptr;
+    if (r->hFont)
+        SelectObject(dc, r->hFont); // stays selected: the end selects only brush and pen
     RECT client, content;
     HStatLayout(r, dc, &client, &content);
     // The solid brush is made even when transparency leaves it unused but for a label.
@@ -175,7 +176,5 @@ void HStatPaint(HStatRec* r, HDC dc)
         kContentPainters[kind](r, dc, content, solid);
     SelectObject(dc, GetStockObject(WHITE_BRUSH));
     SelectObject(dc, GetStockObject(BLACK_PEN));
-    if (oldFont)
-        SelectObject(dc, oldFont);
     DeleteObject(solid);
 }

@@ -29,6 +29,7 @@ public:
     }
     ~Canvas() { DeleteObject(SelectObject(dc, bmp)); DeleteDC(dc); }
     COLORREF At(int x, int y) const { return GetPixel(dc, x, y); }
+    HGDIOBJ Current(UINT type) const { return GetCurrentObject(dc, type); }
     // First or last column holding a pixel of the colour, -1 if none.
     int Column(COLORREF c, bool last) const
     {
@@ -43,6 +44,16 @@ private:
     HDC dc;
     HGDIOBJ bmp;
 };
+
+// The creation style as the thin procedure left it in the creation structure.
+DWORD g_createStyle;
+LRESULT CALLBACK StatSpyProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = HStatWnd(hWnd, msg, wParam, lParam);
+    if (msg == WM_NCCREATE)
+        g_createStyle = ((const CREATESTRUCTA*)lParam)->style;
+    return result;
+}
 
 class Stat : public ::testing::Test {
 protected:
@@ -97,6 +108,11 @@ TEST_F(Stat, MessagesOfKindAlignmentHitTestAndStyle)
     // The window loses WS_TABSTOP and 0x80; the record keeps 0x80 and its right alignment.
     LONG window = GetWindowLongA(ctl, GWL_STYLE);
     EXPECT_EQ(0, window & (WS_TABSTOP | HSS_RIGHT));
+    WNDCLASSA spy = {0, StatSpyProc, 0, 4, GetModuleHandleA(nullptr), nullptr, nullptr, nullptr, nullptr, "QuillStatSpy"};
+    RegisterClassA(&spy);
+    g_createStyle = 0;
+    ASSERT_TRUE(parent.Child("QuillStatSpy", "x", HSK_TEXT | HSS_RIGHT | WS_TABSTOP, 51));
+    EXPECT_EQ((DWORD)(WS_CHILD | WS_VISIBLE | HSK_TEXT), g_createStyle) << "the creation structure loses them too";
     EXPECT_EQ((LRESULT)((window & 0xFFFF0000) | HSS_RIGHT), SendMessageA(ctl, HM_GETSTYLE, 0, 0));
     constexpr struct { WPARAM set; LRESULT get; } kAligns[] = {{7, 1}, {0, 0}, {2, 2}, {1, 1}};
     EXPECT_EQ(2, SendMessageA(ctl, HSM_GETALIGN, 0, 0));
@@ -204,6 +220,14 @@ TEST_F(Stat, TextIsDrawnInItsColourWhereItIsAlignedAndEmbossed)
     EXPECT_GT(right.Column(kRed, true), 110);
     Canvas emboss(Make("[red];[blue];II", HSK_TEXT | HSS_LEFT | HSS_EMBOSS, 120, 30));
     EXPECT_EQ(emboss.Column(kRed, true) + 1, emboss.Column(kWhite, true));
+    // The painter ends with the white brush and the black pen, and leaves its font selected.
+    HGDIOBJ font = GetStockObject(ANSI_VAR_FONT);
+    HWND fonted = Make("[red];[blue];II", HSK_TEXT, 120, 30);
+    SendMessageA(fonted, WM_SETFONT, (WPARAM)font, 0);
+    Canvas ends(fonted);
+    EXPECT_EQ(font, ends.Current(OBJ_FONT));
+    EXPECT_EQ(GetStockObject(WHITE_BRUSH), ends.Current(OBJ_BRUSH));
+    EXPECT_EQ(GetStockObject(BLACK_PEN), ends.Current(OBJ_PEN));
 }
 
 TEST_F(Stat, GroupLabelBoxIsInsetByItsFrame)
