@@ -8,322 +8,179 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <algorithm>
+#include <numeric>
 #include <vector>
 
 namespace {
 
-struct Bytes {
-    const uint8_t* p;
-    size_t n;
-    bool Empty() const { return n == 0; }
-    uint8_t Next()
-    {
-        if (!n)
-            return 0;
-        --n;
-        return *p++;
-    }
-};
-
-struct Model {
-    std::vector<uint32_t> v;
-    LONG cursorIndex = 0;
-    LONG cursorPos = -1; // position of the node in cursor; -1 for a null cursor
-    bool sorted = false;
-};
+#define CHECK(cond) ((cond) ? (void)0 : (fprintf(stderr, "hllist model mismatch: %s\n", #cond), abort()))
 
 bool g_failAlloc;
+LPVOID CALLBACK FuzzAlloc(HLList* list, LPVOID data) { return g_failAlloc ? nullptr : HLDefaultAlloc(list, data); }
 
-LPVOID CALLBACK FuzzAlloc(HLList* list, LPVOID data)
+// The default compare on four-byte records: unsigned bytes in memory order.
+int Cmp(uint32_t key, uint32_t value) { return memcmp(&key, &value, sizeof key); }
+uint32_t Value(LPVOID node) { return *(const uint32_t*)HLDefaultData(nullptr, node); }
+
+// The node at a position, walked from first; null for -1.
+LPVOID NodeAt(const HLList* l, LONG pos)
 {
-    return g_failAlloc ? nullptr : HLDefaultAlloc(list, data);
-}
-
-void Fail(const char* what)
-{
-    fprintf(stderr, "hllist model mismatch: %s\n", what);
-    abort();
-}
-
-#define CHECK(cond)              \
-    do {                         \
-        if (!(cond))             \
-            Fail(#cond);         \
-    } while (0)
-
-int Cmp(uint32_t key, uint32_t value)
-{
-    int r = memcmp(&key, &value, sizeof key);
-    return (r > 0) - (r < 0);
-}
-
-uint32_t Value(LPVOID node)
-{
-    uint32_t v;
-    memcpy(&v, HLDefaultData(nullptr, node), sizeof v);
-    return v;
-}
-
-// The list's stepping, on positions: a cursorIndex that says -1 while the
-// cursor is on the first node makes forward steps land one too far.
-LONG Step(Model& m, LONG i)
-{
-    LONG n = (LONG)m.v.size();
-    if (i == -1) {
-        m.cursorPos = n - 1;
-        m.cursorIndex = n - 1;
-        return m.cursorPos;
-    }
-    if (i < m.cursorIndex || m.cursorPos < 0) {
-        m.cursorIndex = 0;
-        m.cursorPos = 0;
-    }
-    if (i > m.cursorIndex) {
-        m.cursorPos = (LONG)((m.cursorPos + (int64_t)(i - m.cursorIndex)) % n);
-        m.cursorIndex = i;
-    }
-    return m.cursorPos;
-}
-
-void Check(const HLList* l, const Model& m)
-{
-    LONG n = (LONG)m.v.size();
-    CHECK(l->count == n);
-    CHECK(((l->flags & HLLIST_EMPTY) != 0) == (n == 0));
-    CHECK(((l->flags & HLLIST_SORTED) != 0) == m.sorted);
-    CHECK(l->cursorIndex == m.cursorIndex);
-    if (n == 0) {
-        CHECK(!l->first && !l->last && !l->cursor);
-        return;
-    }
-    CHECK(l->first && l->last && l->cursor);
-    HLNode* node = l->first;
-    HLNode* cursorNode = nullptr;
-    for (LONG i = 0; i < n; ++i) {
-        CHECK(node != nullptr);
-        CHECK(i == 0 || node != l->first);
-        CHECK(Value(node) == m.v[i]);
-        if (i == m.cursorPos)
-            cursorNode = node;
-        if (i == n - 1)
-            CHECK(node == l->last);
-        node = node->next;
-    }
-    CHECK(node == l->first);
-    CHECK(l->cursor == cursorNode);
-}
-
-LONG ModelAppend(Model& m, uint32_t value)
-{
-    if (g_failAlloc)
-        return (LONG)m.v.size() - 1;
-    if (m.v.empty())
-        m.cursorPos = 0; // cursorIndex is left as it is
-    m.v.push_back(value);
-    return (LONG)m.v.size() - 1;
-}
-
-LONG ModelInsert(Model& m, LONG index, uint32_t value)
-{
-    LONG n = (LONG)m.v.size();
-    if (index < 0 || index >= n)
-        return ModelAppend(m, value);
-    if (g_failAlloc)
-        return -1;
-    LONG at = index == 0 ? 0 : Step(m, index - 1) + 1;
-    m.v.insert(m.v.begin() + at, value);
-    m.cursorIndex = 0;
-    m.cursorPos = 0;
-    return index;
-}
-
-BOOL ModelRemove(Model& m, LONG index)
-{
-    LONG n = (LONG)m.v.size();
-    if (index < 0 || index >= n)
-        return 0;
-    LONG victim = (Step(m, index - 1) + 1) % n;
-    m.v.erase(m.v.begin() + victim);
-    m.cursorIndex = 0;
-    m.cursorPos = m.v.empty() ? -1 : 0;
-    return 1;
-}
-
-// Moves as a splice on the cyclic order of node identities, then turns the
-// order so that the new first node leads.
-LONG ModelMove(Model& m, LONG from, LONG to)
-{
-    LONG n = (LONG)m.v.size();
-    if (from == to || n == 0 || from < 0 || from > n || to < 0 || to > n)
-        return -1;
-    LONG moved = (Step(m, from - 1) + 1) % n;
-    LONG target = (Step(m, to - 1) + 1) % n;
-    LONG afterMoved = (moved + 1) % n, afterTarget = (target + 1) % n;
-    LONG first = 0;
-    std::vector<LONG> order;
-    for (LONG i = 0; i < n; ++i)
-        order.push_back(i);
-    bool splice;
-    if (to < from) {
-        if (to == 0)
-            first = moved;
-        splice = target != afterMoved && target != moved;
-    } else {
-        if (from == 0)
-            first = 1 % n;
-        splice = afterTarget != moved && target != moved;
-    }
-    if (splice) {
-        order.erase(order.begin() + moved);
-        LONG t = 0;
-        while (order[t] != target)
-            ++t;
-        order.insert(order.begin() + (to < from ? t : t + 1), moved);
-    }
-    LONG lead = 0;
-    while (order[lead] != first)
-        ++lead;
-    std::vector<uint32_t> v;
-    for (LONG i = 0; i < n; ++i)
-        v.push_back(m.v[order[(lead + i) % n]]);
-    m.v = v;
-    m.cursorIndex = n - 1;
-    m.cursorPos = n - 1;
-    return to;
-}
-
-LONG ModelFind(Model& m, uint32_t key, LONG start, LONG* found)
-{
-    *found = 0;
-    LONG n = (LONG)m.v.size();
-    if (n == 0)
-        return -1;
-    LONG index = start < 0 ? 0 : start % n;
-    LONG pos = Step(m, index);
-    for (LONG visits = 0; visits < n;) {
-        int r = Cmp(key, m.v[pos]);
-        ++visits;
-        if (r == 0) {
-            *found = index;
-            return pos;
-        }
-        if (m.sorted && r < 0) {
-            visits += n - 1 - index;
-            index = 0;
-            pos = 0;
-        } else {
-            pos = (pos + 1) % n;
-            index = index + 1 == n ? 0 : index + 1;
-        }
-    }
-    return -1;
-}
-
-LONG ModelInsertPos(const Model& m, uint32_t key)
-{
-    LONG n = (LONG)m.v.size();
-    if (n == 0)
-        return 0;
-    if (Cmp(key, m.v[n - 1]) > 0)
-        return n;
-    for (LONG i = 0; i < n; ++i)
-        if (Cmp(key, m.v[i]) <= 0)
-            return i;
-    return n;
-}
-
-HLNode* NodeAt(const HLList* l, LONG pos)
-{
-    HLNode* node = l->first;
+    HLNode* node = pos < 0 ? nullptr : l->first;
     while (pos-- > 0)
         node = node->next;
     return node;
 }
 
-// An index around the list's range, negative ones included.
-LONG Index(Bytes& in, LONG n) { return (LONG)(in.Next() % (uint32_t)(n + 4)) - 2; }
+// The list as its payloads in order; pos is the position of the cursor's node
+// (-1 for none) and index what cursorIndex says, which the -1 quirk can skew.
+struct Model {
+    std::vector<uint32_t> v;
+    LONG index = 0, pos = -1;
+    bool sorted = false;
+    LONG n() const { return (LONG)v.size(); }
+
+    // The list's stepping, on positions: a forward step walks on from pos.
+    LONG Step(LONG i)
+    {
+        if (i == -1)
+            return index = pos = n() - 1;
+        if (i < index || pos < 0)
+            index = pos = 0;
+        if (i > index)
+            pos = (LONG)((pos + (int64_t)(i - index)) % n()), index = i;
+        return pos;
+    }
+    LONG Append(uint32_t x)
+    {
+        if (!g_failAlloc)
+            pos = v.empty() ? 0 : pos, v.push_back(x); // index is left as it is
+        return n() - 1;
+    }
+    LONG Insert(LONG at, uint32_t x)
+    {
+        if (at < 0 || at >= n())
+            return Append(x);
+        if (g_failAlloc)
+            return -1;
+        v.insert(v.begin() + (at ? Step(at - 1) + 1 : 0), x);
+        index = pos = 0;
+        return at;
+    }
+    BOOL Remove(LONG at)
+    {
+        if (at < 0 || at >= n())
+            return 0;
+        v.erase(v.begin() + (Step(at - 1) + 1) % n());
+        index = 0, pos = v.empty() ? -1 : 0;
+        return 1;
+    }
+    // A splice on the ring of positions, unless it would change nothing, then
+    // the ring turned so that the new first node leads.
+    LONG Move(LONG from, LONG to)
+    {
+        const LONG count = n();
+        if (from == to || !count || from < 0 || from > count || to < 0 || to > count)
+            return -1;
+        LONG moved = (Step(from - 1) + 1) % count, target = (Step(to - 1) + 1) % count;
+        LONG first = to < from ? (to == 0 ? moved : 0) : (from == 0 ? 1 % count : 0);
+        std::vector<LONG> ring(count);
+        std::iota(ring.begin(), ring.end(), 0);
+        if (target != moved && (to < from ? target != (moved + 1) % count : (target + 1) % count != moved)) {
+            ring.erase(ring.begin() + moved);
+            ring.insert(std::find(ring.begin(), ring.end(), target) + (to > from), moved);
+        }
+        std::rotate(ring.begin(), std::find(ring.begin(), ring.end(), first), ring.end());
+        std::transform(ring.begin(), ring.end(), v.begin(), [old = v](LONG p) { return old[p]; });
+        index = pos = count - 1;
+        return to;
+    }
+    // Gives the position found, or -1. A sorted search that meets a greater
+    // item counts the rest up to the last as visited and goes on at the head.
+    LONG Find(uint32_t key, LONG start, LONG* found)
+    {
+        *found = 0;
+        LONG i = start < 0 || !n() ? 0 : start % n(), p = n() ? Step(i) : 0;
+        for (LONG visits = 1; visits <= n(); ++visits) {
+            if (int r = Cmp(key, v[p]); r == 0)
+                return *found = i, p;
+            else if (sorted && r < 0)
+                visits += n() - 1 - i, i = p = 0;
+            else
+                p = (p + 1) % n(), i = (i + 1) % n();
+        }
+        return -1;
+    }
+    LONG InsertPos(uint32_t key) const
+    {
+        if (n() && Cmp(key, v.back()) <= 0) // the last is tried first
+            for (LONG i = 0; i < n(); ++i)
+                if (Cmp(key, v[i]) <= 0)
+                    return i;
+        return n();
+    }
+};
+
+void Check(const HLList* l, const Model& m)
+{
+    const LONG n = m.n();
+    CHECK(l->count == n && !(l->flags & HLLIST_EMPTY) == (n > 0) && !(l->flags & HLLIST_SORTED) == !m.sorted);
+    CHECK(l->cursorIndex == m.index && (n > 0 || (!l->first && !l->last && !l->cursor)));
+    HLNode* node = l->first;
+    for (LONG i = 0; i < n; ++i, node = node->next) {
+        CHECK(node && (i == 0 || node != l->first) && Value(node) == m.v[i]);
+        CHECK((i == m.pos) == (node == l->cursor) && (i == n - 1) == (node == l->last));
+    }
+    CHECK(node == l->first);
+}
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    Bytes in{data, size};
+    const uint8_t* end = data + size;
+    auto next = [&]() -> uint8_t { return data < end ? *data++ : 0; };
     Model m;
-    m.sorted = in.Next() & 1;
+    m.sorted = next() & 1;
     HLList* l = HLListCreate(sizeof(uint32_t), FuzzAlloc, nullptr, nullptr, nullptr, nullptr, m.sorted ? 3 : 2);
     CHECK(l != nullptr);
-    m.cursorIndex = 0;
-    for (int steps = 0; !in.Empty() && steps < 400; ++steps) {
-        uint8_t op = in.Next();
+    for (int steps = 0; data < end && steps < 400; ++steps) {
+        const uint8_t op = next();
         g_failAlloc = (op & 0xC0) == 0xC0;
-        LONG n = (LONG)m.v.size();
-        uint32_t value = in.Next();
+        const LONG n = m.n();
+        uint32_t value = next();
+        // An index around the list's range, negative ones included.
+        auto index = [&]() { return (LONG)(next() % (uint32_t)(n + 4)) - 2; };
+        LONG a = 0, b = 0, found = 55, modelFound = 0, pos;
         switch (op % 9) {
-        case 0:
-            CHECK(HLListAppend(l, &value) == ModelAppend(m, value));
+        case 0: CHECK(HLListAppend(l, &value) == m.Append(value)); break;
+        case 1: a = index(), CHECK(HLListInsert(l, a, &value) == m.Insert(a, value)); break;
+        case 2: a = index(), CHECK(HLListRemove(l, a) == m.Remove(a)); break;
+        case 3:
+            a = index(), pos = a < -1 || a >= n ? -1 : m.Step(a);
+            CHECK(HLListGetItem(l, a) == NodeAt(l, pos));
             break;
-        case 1: {
-            LONG index = Index(in, n);
-            CHECK(HLListInsert(l, index, &value) == ModelInsert(m, index, value));
-            break;
-        }
-        case 2: {
-            LONG index = Index(in, n);
-            CHECK(HLListRemove(l, index) == ModelRemove(m, index));
-            break;
-        }
-        case 3: {
-            LONG index = Index(in, n);
-            LPVOID node = HLListGetItem(l, index);
-            if (index < -1 || index >= n) {
-                CHECK(node == nullptr);
-            } else {
-                LONG pos = Step(m, index);
-                if (n == 0)
-                    m.cursorPos = -1;
-                CHECK(node == (n ? (LPVOID)NodeAt(l, pos) : nullptr));
-            }
-            break;
-        }
-        case 4: {
-            LONG from = Index(in, n), to = Index(in, n);
-            CHECK(HLListMove(l, from, to) == ModelMove(m, from, to));
-            break;
-        }
-        case 5: {
+        case 4: a = index(), b = index(), CHECK(HLListMove(l, a, b) == m.Move(a, b)); break;
+        case 5:
             if (n && (value & 1))
                 value = m.v[value % n]; // mostly search for what is there
-            LONG start = (int8_t)in.Next();
-            LONG found = 55, modelFound;
-            LPVOID node = HLListFind(l, &value, start, &found);
-            LONG pos = ModelFind(m, value, start, &modelFound);
-            CHECK(found == modelFound);
-            CHECK(node == (pos < 0 ? nullptr : (LPVOID)NodeAt(l, pos)));
+            a = (int8_t)next();
+            pos = m.Find(value, a, &modelFound);
+            CHECK(HLListFind(l, &value, a, &found) == NodeAt(l, pos) && found == modelFound);
             break;
-        }
-        case 6: {
-            LONG expected = m.sorted ? ModelInsert(m, ModelInsertPos(m, value), value) : ModelAppend(m, value);
-            CHECK(HLListAdd(l, &value) == expected);
+        case 6:
+            a = m.sorted ? m.Insert(m.InsertPos(value), value) : m.Append(value);
+            CHECK(HLListAdd(l, &value) == a);
             break;
-        }
-        case 7:
-            CHECK(HLListEmpty(l) == 1);
-            m.v.clear();
-            m.cursorIndex = 0;
-            m.cursorPos = -1;
-            break;
-        case 8: {
-            // Dup steps the source through every index, skew and all.
-            std::vector<uint32_t> copied;
-            for (LONG i = 0; i < n; ++i) {
-                LONG pos = Step(m, i);
-                if (!g_failAlloc)
-                    copied.push_back(m.v[pos]);
-            }
+        case 7: CHECK(HLListEmpty(l) == 1), m.v.clear(), m.index = 0, m.pos = -1; break;
+        case 8: { // Dup steps the source through every index, skew and all.
+            Model d;
+            d.sorted = m.sorted;
+            for (LONG i = 0; i < n; ++i)
+                d.Append(m.v[m.Step(i)]);
             HLList* dup = HLListDup(l);
-            CHECK(dup != nullptr && dup->count == (LONG)copied.size());
-            for (LONG i = 0; i < dup->count; ++i)
-                CHECK(Value(NodeAt(dup, i)) == copied[i]);
+            CHECK(dup != nullptr);
+            Check(dup, d);
             HLListDestroy(dup);
             break;
         }

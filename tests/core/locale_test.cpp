@@ -3,254 +3,138 @@
 #include "seam.h"
 #include "testseam.h"
 #include <gtest/gtest.h>
+#include <stdio.h>
 #include <string.h>
+#include <algorithm>
 #include <string>
 
 namespace {
 
 constexpr const char* kKeys[10] = {"sThousand", "sDecimal", "sDate", "sShortDate", "sTime",
-                                   "iTLZero", "iTime", "s1159", "s2359", "sCurrency"};
+                                   "iTLZero",   "iTime",    "s1159", "s2359",      "sCurrency"};
 constexpr char kAbsent[] = "\x01" "absent";
+
+// The whole locale as one text, in the order of kKeys.
+std::string Intl()
+{
+    char s[128];
+    snprintf(s, sizeof s, "%c|%c|%c|%s|%c|%d|%s|%s|%s|%s", g_cThousandSep, g_cDecimalSep, g_cDateSep, g_szDateFormat,
+             g_cTimeSep, g_nTLZero, g_szTimeFormat, g_sz1159, g_sz2359, g_szCurrency);
+    return s;
+}
 
 // Each test leaves the profile keys and the library's locale as it found them,
 // so that the number and date tests see the same locale whatever runs first.
 class Locale : public ::testing::Test {
 protected:
-    struct Global {
-        void* address;
-        size_t size;
-    };
-    const Global globals_[10] = {
+    const std::pair<void*, size_t> globals_[10] = {
         {&g_cThousandSep, 1}, {&g_cDecimalSep, 1}, {&g_cDateSep, 1}, {&g_cTimeSep, 1},
         {g_szDateFormat, sizeof g_szDateFormat}, {g_szTimeFormat, sizeof g_szTimeFormat},
         {&g_nTLZero, sizeof g_nTLZero}, {g_sz1159, sizeof g_sz1159}, {g_sz2359, sizeof g_sz2359},
         {g_szCurrency, sizeof g_szCurrency}};
-    std::string saved_[10];
-    std::string profile_[10];
+    std::string saved_[10], profile_[10];
 
     void SetUp() override
     {
         for (size_t i = 0; i < 10; ++i) {
-            saved_[i].assign((const char*)globals_[i].address, globals_[i].size);
+            saved_[i].assign((const char*)globals_[i].first, globals_[i].second);
             char value[64];
             SeamProfileString("Intl", kKeys[i], kAbsent, value, sizeof value);
             profile_[i] = value;
-            TestSetProfile("Intl", kKeys[i], nullptr);
         }
     }
-
     void TearDown() override
     {
         for (size_t i = 0; i < 10; ++i)
             TestSetProfile("Intl", kKeys[i], profile_[i] == kAbsent ? nullptr : profile_[i].c_str());
         GetIntlSettings();
         for (size_t i = 0; i < 10; ++i)
-            memcpy(globals_[i].address, saved_[i].data(), globals_[i].size);
+            memcpy(globals_[i].first, saved_[i].data(), globals_[i].second);
     }
-
-    static void SetAll(const char* const values[10])
+    // Leaves only the given keys in the section: "sDate=-;iTime=1".
+    static void SetProfile(const std::string& keys)
     {
-        for (size_t i = 0; i < 10; ++i)
-            TestSetProfile("Intl", kKeys[i], values[i]);
+        for (const char* key : kKeys)
+            TestSetProfile("Intl", key, nullptr);
+        for (size_t at = 0, end; at < keys.size(); at = end + 1) {
+            size_t eq = keys.find('=', at);
+            end = std::min(keys.find(';', at), keys.size());
+            TestSetProfile("Intl", keys.substr(at, eq - at).c_str(), keys.substr(eq + 1, end - eq - 1).c_str());
+        }
     }
 };
 
-TEST_F(Locale, EveryValueIsReadFromTheIntlSection)
-{
-    const char* values[10] = {".", ",", "-", "DD-MM-YYYY", ".", "1", "1", "vm", "nm", "EUR"};
-    SetAll(values);
-    GetIntlSettings();
-    EXPECT_EQ('.', g_cThousandSep);
-    EXPECT_EQ(',', g_cDecimalSep);
-    EXPECT_EQ('-', g_cDateSep);
-    EXPECT_STREQ("dd/mm/yyyy", g_szDateFormat);
-    EXPECT_EQ('.', g_cTimeSep);
-    EXPECT_EQ(1, g_nTLZero);
-    EXPECT_STREQ("hh:mm:ss", g_szTimeFormat);
-    EXPECT_STREQ("vm", g_sz1159);
-    EXPECT_STREQ("nm", g_sz2359);
-    EXPECT_STREQ("EUR", g_szCurrency);
-}
-
-TEST_F(Locale, AbsentKeysGiveTheDefaults)
-{
-    g_cThousandSep = g_cDecimalSep = g_cDateSep = g_cTimeSep = '~';
-    g_nTLZero = 5;
-    strcpy(g_szDateFormat, "x");
-    strcpy(g_szTimeFormat, "x");
-    strcpy(g_szCurrency, "x");
-    GetIntlSettings(); // SetUp removed every key
-    EXPECT_EQ(',', g_cThousandSep);
-    EXPECT_EQ('.', g_cDecimalSep);
-    EXPECT_EQ('/', g_cDateSep);
-    EXPECT_STREQ("mm/dd/yyyy", g_szDateFormat);
-    EXPECT_EQ(':', g_cTimeSep);
-    EXPECT_EQ(0, g_nTLZero);
-    EXPECT_STREQ("h:mm:ss ap", g_szTimeFormat);
-    EXPECT_STREQ("AM", g_sz1159);
-    EXPECT_STREQ("PM", g_sz2359);
-    EXPECT_STREQ("$", g_szCurrency);
-}
-
-struct TimeFormatCase {
-    const char* tlZero;
-    const char* iTime;
-    const char* expected;
+// The stored date format is lower-cased and uses "/" where the date separator
+// stood; the time format is built from iTLZero and iTime.
+constexpr struct { const char* keys; const char* intl; } kIntlCases[] = {
+    {"", ",|.|/|mm/dd/yyyy|:|0|h:mm:ss ap|AM|PM|$"}, // absent keys give the defaults
+    {"sThousand=.;sDecimal=,;sDate=-;sShortDate=DD-MM-YYYY;sTime=.;iTLZero=1;iTime=1;s1159=vm;s2359=nm;sCurrency=EUR",
+     ".|,|-|dd/mm/yyyy|.|1|hh:mm:ss|vm|nm|EUR"},
+    {"iTLZero=0;iTime=0", ",|.|/|mm/dd/yyyy|:|0|h:mm:ss ap|AM|PM|$"},
+    {"iTLZero=1;iTime=0", ",|.|/|mm/dd/yyyy|:|1|hh:mm:ss ap|AM|PM|$"},
+    {"iTLZero=0;iTime=1", ",|.|/|mm/dd/yyyy|:|0|h:mm:ss|AM|PM|$"},
+    {"iTLZero=2", ",|.|/|mm/dd/yyyy|:|2|hh:mm:ss ap|AM|PM|$"},
+    {"sDate=.;sShortDate=dd.MM.yyyy", ",|.|.|dd/mm/yyyy|:|0|h:mm:ss ap|AM|PM|$"},
+    {"sDate=-;sShortDate=yyyy-MM-dd", ",|.|-|yyyy/mm/dd|:|0|h:mm:ss ap|AM|PM|$"},
+    {"sShortDate=M/d/yy", ",|.|/|m/d/yy|:|0|h:mm:ss ap|AM|PM|$"},
+    {"sDate=.;sShortDate=d-M-yyyy", ",|.|.|d-m-yyyy|:|0|h:mm:ss ap|AM|PM|$"}, // only the date separator
+    {"sDate= ;sShortDate=dd MM yyyy", ",|.| |dd/mm/yyyy|:|0|h:mm:ss ap|AM|PM|$"},
+    {"sDate=-;sShortDate=yyyy-mm-dd, dddd", ",|.|-|yyyy/mm/dd, ddd|:|0|h:mm:ss ap|AM|PM|$"}, // cut to 15
+    {"sDate=ab;sShortDate=d.m.y", ",|.|a|d.m.y|:|0|h:mm:ss ap|AM|PM|$"}, // a separator is one character
+    {"s1159=a.m.;s2359=p.m.;sCurrency=EURO5;sDecimal=,.", ",|,|/|mm/dd/yyyy|:|0|h:mm:ss ap|a.m|p.m|EURO"},
 };
 
-constexpr TimeFormatCase kTimeFormatCases[] = {
-    {"0", "0", "h:mm:ss ap"},
-    {"1", "0", "hh:mm:ss ap"},
-    {"0", "1", "h:mm:ss"},
-    {"1", "1", "hh:mm:ss"},
-    {"2", "0", "hh:mm:ss ap"},
-    {nullptr, nullptr, "h:mm:ss ap"},
-};
-
-TEST_F(Locale, TimeFormatIsBuiltFromLeadingZeroAndClock)
+TEST_F(Locale, GetIntlSettingsReadsEveryValueOrItsDefault)
 {
-    for (const TimeFormatCase& c : kTimeFormatCases) {
-        TestSetProfile("Intl", "iTLZero", c.tlZero);
-        TestSetProfile("Intl", "iTime", c.iTime);
+    for (const auto& c : kIntlCases) {
+        SetProfile(c.keys);
+        g_cThousandSep = g_cDecimalSep = g_cDateSep = g_cTimeSep = '~', g_nTLZero = 5;
+        for (char* text : {g_szDateFormat, g_szTimeFormat, g_sz1159, g_sz2359, g_szCurrency})
+            strcpy(text, "x");
         GetIntlSettings();
-        EXPECT_STREQ(c.expected, g_szTimeFormat) << "iTLZero " << (c.tlZero ? c.tlZero : "absent")
-                                                 << " iTime " << (c.iTime ? c.iTime : "absent");
+        EXPECT_EQ(c.intl, Intl()) << c.keys;
     }
-}
-
-struct DateFormatCase {
-    const char* separator;
-    const char* shortDate;
-    char storedSeparator;
-    const char* expected;
-};
-
-constexpr DateFormatCase kDateFormatCases[] = {
-    {".", "dd.MM.yyyy", '.', "dd/mm/yyyy"},
-    {"-", "yyyy-MM-dd", '-', "yyyy/mm/dd"},
-    {"/", "M/d/yy", '/', "m/d/yy"},
-    {".", "d-M-yyyy", '.', "d-m-yyyy"},      // only the date separator is replaced
-    {" ", "dd MM yyyy", ' ', "dd/mm/yyyy"},
-    {"-", "yyyy-mm-dd, dddd", '-', "yyyy/mm/dd, ddd"}, // cut to 15 characters
-    {"ab", "d.m.y", 'a', "d.m.y"},             // only the first character is kept
-};
-
-TEST_F(Locale, DateFormatIsLowerCasedWithSlashForTheSeparator)
-{
-    for (const DateFormatCase& c : kDateFormatCases) {
-        TestSetProfile("Intl", "sDate", c.separator);
-        TestSetProfile("Intl", "sShortDate", c.shortDate);
-        GetIntlSettings();
-        EXPECT_EQ(c.storedSeparator, g_cDateSep) << c.shortDate;
-        EXPECT_STREQ(c.expected, g_szDateFormat) << c.shortDate;
-    }
-}
-
-TEST_F(Locale, LongTextsAreCutToTheirFields)
-{
-    TestSetProfile("Intl", "s1159", "a.m.");
-    TestSetProfile("Intl", "s2359", "p.m.");
-    TestSetProfile("Intl", "sCurrency", "EURO5");
-    TestSetProfile("Intl", "sDecimal", ",.");
-    GetIntlSettings();
-    EXPECT_STREQ("a.m", g_sz1159);
-    EXPECT_STREQ("p.m", g_sz2359);
-    EXPECT_STREQ("EURO", g_szCurrency);
-    EXPECT_EQ(',', g_cDecimalSep);
 }
 
 TEST_F(Locale, GetIntlSettingsOverwritesTheSetters)
 {
-    TestSetProfile("Intl", "sDecimal", ",");
-    ASSERT_TRUE(SetDecimalSep(';'));
-    ASSERT_TRUE(SetDefDateFormat("yyyy.mm.dd"));
+    SetProfile("sDecimal=,");
+    ASSERT_TRUE(SetDecimalSep(';') && SetDefDateFormat("yyyy.mm.dd"));
     GetIntlSettings();
-    EXPECT_EQ(',', g_cDecimalSep);
-    EXPECT_STREQ("mm/dd/yyyy", g_szDateFormat);
+    EXPECT_EQ(",|,|/|mm/dd/yyyy|:|0|h:mm:ss ap|AM|PM|$", Intl());
 }
-
-enum Setter { kDecimal, kThousands, kDate, kTime };
-
-struct SeparatorCase {
-    Setter setter;
-    char c;
-    BOOL result;
-};
-
-constexpr SeparatorCase kSeparatorCases[] = {
-    {kDecimal, ',', TRUE},
-    {kDecimal, 'a', FALSE},
-    {kDecimal, '5', FALSE},
-    {kDecimal, (char)0xE9, FALSE}, // top bit set: refused before any classification
-    {kThousands, ' ', TRUE},       // a blank is a legal group separator
-    {kThousands, '\'', TRUE},
-    {kThousands, 'Z', FALSE},
-    {kDate, '.', TRUE},
-    {kDate, '-', TRUE},
-    {kDate, (char)0x80, FALSE},
-    {kDate, 'y', FALSE},
-    {kTime, '.', TRUE},
-    {kTime, '0', FALSE},
-    {kTime, 'h', FALSE},
-};
 
 TEST_F(Locale, SeparatorSettersTakeOnlySevenBitNonAlphanumerics)
 {
-    struct Slot {
-        BOOL(WINAPI* set)(char);
-        char* value;
-    };
-    const Slot slots[] = {{SetDecimalSep, &g_cDecimalSep}, {SetThousandsSep, &g_cThousandSep},
-                          {SetDateSep, &g_cDateSep}, {SetTimeSep, &g_cTimeSep}};
-    for (const SeparatorCase& c : kSeparatorCases) {
-        const Slot& slot = slots[c.setter];
-        *slot.value = '~';
-        EXPECT_EQ(c.result, slot.set(c.c)) << "setter " << c.setter << " char " << (int)(unsigned char)c.c;
-        EXPECT_EQ(c.result ? c.c : '~', *slot.value) << "setter " << c.setter;
-    }
+    const struct { BOOL(WINAPI* set)(char); char* slot; const char *taken, *refused; } setters[] = {
+        {SetDecimalSep, &g_cDecimalSep, ",", "a5\xE9"}, // the top bit set: refused before any classification
+        {SetThousandsSep, &g_cThousandSep, " '", "Z"},  // a blank is a legal group separator
+        {SetDateSep, &g_cDateSep, ".-", "\x80y"},       {SetTimeSep, &g_cTimeSep, ".", "0h"}};
+    for (const auto& s : setters)
+        for (const char* c : {s.taken, s.refused})
+            for (const char* p = c; *p; ++p) {
+                *s.slot = '~';
+                EXPECT_EQ(c == s.taken, (bool)s.set(*p)) << "char " << (int)(unsigned char)*p;
+                EXPECT_EQ(c == s.taken ? *p : '~', *s.slot) << "char " << (int)(unsigned char)*p;
+            }
 }
 
-struct FormatCase {
-    const char* format;
-    BOOL result;
-    const char* stored; // what the format holds afterwards
+// Either case is enough; the format is kept lower-cased with its own separators.
+constexpr struct { char which; const char* format; BOOL result; const char* stored; } kFormatCases[] = {
+    {'D', nullptr, FALSE, "old"}, {'D', "mm/yyyy", FALSE, "old"}, {'D', "dd/mm", FALSE, "old"},
+    {'D', "dd/yy", FALSE, "old"}, {'D', "YYYY-MM-DD", TRUE, "yyyy-mm-dd"}, {'D', "d.M.y", TRUE, "d.m.y"},
+    {'D', "dd/mm/yyyy and more", TRUE, "dd/mm/yyyy and "}, {'T', nullptr, FALSE, "old"}, {'T', "HH:MM", TRUE, "hh:mm"},
+    {'T', "h.m", TRUE, "h.m"}, {'T', "H:MM:SS AP", TRUE, "h:mm:ss ap"}, {'T', "mm:ss", FALSE, "old"},
+    {'T', "hh", FALSE, "old"}, {'T', "hh:mm:ss and more", TRUE, "hh:mm:ss and mo"},
 };
 
-constexpr FormatCase kDateFormatSetterCases[] = {
-    {nullptr, FALSE, "old"},
-    {"mm/yyyy", FALSE, "old"},
-    {"dd/mm", FALSE, "old"},
-    {"dd/yy", FALSE, "old"},
-    {"YYYY-MM-DD", TRUE, "yyyy-mm-dd"}, // the separator is kept as given
-    {"d.M.y", TRUE, "d.m.y"},
-    {"dd/mm/yyyy and more", TRUE, "dd/mm/yyyy and "},
-};
-
-TEST_F(Locale, SetDefDateFormatNeedsDayMonthAndYear)
+TEST_F(Locale, FormatSettersNeedDayMonthAndYearOrHourAndMinute)
 {
-    for (const FormatCase& c : kDateFormatSetterCases) {
-        strcpy(g_szDateFormat, "old");
-        EXPECT_EQ(c.result, SetDefDateFormat(c.format)) << (c.format ? c.format : "null");
-        EXPECT_STREQ(c.stored, g_szDateFormat) << (c.format ? c.format : "null");
-    }
-}
-
-constexpr FormatCase kTimeFormatSetterCases[] = {
-    {nullptr, FALSE, "old"},
-    {"HH:MM", TRUE, "hh:mm"},
-    {"h.m", TRUE, "h.m"},
-    {"H:MM:SS AP", TRUE, "h:mm:ss ap"},
-    {"mm:ss", FALSE, "old"},
-    {"hh", FALSE, "old"},
-    {"hh:mm:ss and more", TRUE, "hh:mm:ss and mo"},
-};
-
-TEST_F(Locale, SetDefTimeFormatNeedsHourAndMinute)
-{
-    for (const FormatCase& c : kTimeFormatSetterCases) {
-        strcpy(g_szTimeFormat, "old");
-        EXPECT_EQ(c.result, SetDefTimeFormat(c.format)) << (c.format ? c.format : "null");
-        EXPECT_STREQ(c.stored, g_szTimeFormat) << (c.format ? c.format : "null");
+    for (const auto& c : kFormatCases) {
+        char* stored = c.which == 'D' ? g_szDateFormat : g_szTimeFormat;
+        strcpy(stored, "old");
+        EXPECT_EQ(c.result, (c.which == 'D' ? SetDefDateFormat : SetDefTimeFormat)(c.format)) << c.which;
+        EXPECT_STREQ(c.stored, stored) << c.which << " " << (c.format ? c.format : "null");
     }
 }
 
