@@ -190,9 +190,16 @@ extern "C" LRESULT CALLBACK HStatMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
                                             LPBOOL notHandled, LPVOID record)
 {
     HStatRec* r = (HStatRec*)record;
+    BOOL ignored;
+    if (!notHandled)
+        notHandled = &ignored;
+    if (!r && msg != WM_NCCREATE) {
+        *notHandled = TRUE; // a host's call without a record: only the tail answers
+        return 0;
+    }
     switch (msg) {
     case WM_NCCREATE:
-        if (!HStatCreate(hWnd, (CREATESTRUCTA*)lParam))
+        if (!lParam || !HStatCreate(hWnd, (CREATESTRUCTA*)lParam))
             return 0;
         break;
     case WM_NCDESTROY:

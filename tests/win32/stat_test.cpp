@@ -120,6 +120,15 @@ TEST_F(Stat, MessagesOfKindAlignmentHitTestAndStyle)
         EXPECT_EQ(0, SendMessageA(ctl, HSM_SETALIGN, a.set, 0));
         EXPECT_EQ(a.get, SendMessageA(ctl, HSM_GETALIGN, 0, 0)) << a.set;
     }
+    // The exported handler called by a host without a record, or without a creation structure.
+    const struct { UINT msg; LRESULT result; BOOL notHandled; } kBare[] = {
+        {WM_GETTEXTLENGTH, 0, TRUE}, {HSM_GETIMAGE, 0, TRUE}, {WM_NCCREATE, 0, FALSE},
+    };
+    for (const auto& b : kBare) {
+        BOOL notHandled = FALSE;
+        EXPECT_EQ(b.result, HStatMsgHandler(ctl, b.msg, 0, 0, &notHandled, nullptr)) << b.msg;
+        EXPECT_EQ(b.notHandled, notHandled) << b.msg;
+    }
     EXPECT_EQ(0, SendMessageA(ctl, HSM_SETKIND, 6, 1));
     EXPECT_EQ(1, SendMessageA(ctl, HSM_SETKIND, HSK_GROUP, 1));
     EXPECT_EQ(1, SendMessageA(ctl, HM_SETSTYLE, 0, WS_CHILD | HSS_SUNKEN | HSK_VLINE));
