@@ -48,7 +48,7 @@ run_ctest() { # build dir, label
 echo "== Win32 tests under Wine"
 source "$root/scripts/wine-up.sh"
 wine_up "$root/build/win32/bin/wine_keepalive.exe"
-trap wine_down EXIT
+trap "wine_down all" EXIT
 run_ctest build/win32 win32
 
 echo "== gallery screenshot"
@@ -60,7 +60,7 @@ if timeout 120 "$root/scripts/wine-run.sh" build/win32/bin/gallery.exe /shot "$(
 else
   fail "gallery screenshot"
 fi
-wine_down; trap - EXIT
+wine_down all; trap - EXIT
 
 echo "== the shipped DLL"
 dll=build/win32/bin/QUILL32.dll

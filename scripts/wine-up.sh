@@ -41,9 +41,11 @@ wine_up() {
   return 0
 }
 
+# Stops what wine_up started. The wineserver itself stays for other runs on the
+# same prefix unless the caller asks with "all".
 wine_down() {
   [ -n "${QUILL_KEEPALIVE:-}" ] && kill "$QUILL_KEEPALIVE" 2>/dev/null
-  wineserver -k 2>/dev/null || true
+  [ "${1:-}" = all ] && { wineserver -k 2>/dev/null || true; }
   [ -n "${QUILL_STARTED_XVFB:-}" ] && kill "$QUILL_STARTED_XVFB" 2>/dev/null
   return 0
 }
