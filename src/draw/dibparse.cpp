@@ -12,7 +12,8 @@ constexpr UINT kReadPiece = 32767;       // the file is read in pieces of at mos
 constexpr DWORD kIconDirSize = 6;
 constexpr DWORD kIconEntrySize = 16;
 constexpr DWORD kIconSizeLimit = 0xFFFF; // a larger image is not read
-constexpr DWORD kBiRgb = 0, kBiRle8 = 1, kBiRle4 = 2;
+constexpr DWORD kBiRgb = 0, kBiRle8 = 1, kBiRle4 = 2, kBiBitfields = 3;
+constexpr DWORD kLargestHeaderSize = 124; // BITMAPV5HEADER
 constexpr UINT kOpenRead = 0x0000;          // OpenFile: OF_READ
 constexpr UINT kOpenReadDenyWrite = 0x0020; // OF_READ | OF_SHARE_DENY_WRITE
 
@@ -34,6 +35,18 @@ struct DibHeader {
     DWORD clrUsed;
 };
 
+// The fields of a header read as BITMAPINFOHEADER, as GDI reads any header of 40 bytes or more.
+void ReadInfoFields(const BYTE* dib, DibHeader* h)
+{
+    h->width = (LONG)Dword(dib + 4);
+    h->height = (LONG)Dword(dib + 8);
+    h->planes = Word(dib + 12);
+    h->bitCount = Word(dib + 14);
+    h->compression = Dword(dib + 16);
+    h->sizeImage = Dword(dib + 20);
+    h->clrUsed = Dword(dib + 32);
+}
+
 // False when the fields the header form needs are not all present.
 bool ReadHeader(const BYTE* dib, DWORD size, DibHeader* h)
 {
@@ -45,13 +58,7 @@ bool ReadHeader(const BYTE* dib, DWORD size, DibHeader* h)
     if (h->info) {
         if (size < kInfoHeaderSize)
             return false;
-        h->width = (LONG)Dword(dib + 4);
-        h->height = (LONG)Dword(dib + 8);
-        h->planes = Word(dib + 12);
-        h->bitCount = Word(dib + 14);
-        h->compression = Dword(dib + 16);
-        h->sizeImage = Dword(dib + 20);
-        h->clrUsed = Dword(dib + 32);
+        ReadInfoFields(dib, h);
     } else {
         h->width = Word(dib + 4);
         h->height = Word(dib + 6);
@@ -191,24 +198,33 @@ BOOL DIBCheckBounds(const BYTE* dib, DWORD size)
     DibHeader h;
     if (!ReadHeader(dib, size, &h))
         return FALSE;
-    // Only the two header forms the library reads reach GDI: a larger header
-    // would be read by GDI in its own way, not as the table size here assumes.
-    if (h.size != (h.info ? kInfoHeaderSize : kCoreHeaderSize))
+    // GDI reads 12 bytes as a core header and 40 or more as an info header, the
+    // later versions up to 124 bytes included, whatever the table size here
+    // makes of them; the pixels are passed where DIBPixelOffset puts them.
+    bool core = h.size == kCoreHeaderSize;
+    if (!core && (h.size < kInfoHeaderSize || h.size > kLargestHeaderSize || h.size > size))
         return FALSE;
+    if (!core && !h.info)
+        ReadInfoFields(dib, &h);
     switch (h.bitCount) {
     case 1: case 4: case 8: case 16: case 24: case 32: break;
     default: return FALSE;
     }
     if (h.clrUsed > kMaxColors)
         return FALSE;
+    bool fields = h.compression == kBiBitfields && (h.bitCount == 16 || h.bitCount == 32);
+    // Behind the header GDI reads the colours, or the three masks of bit fields.
+    DWORD table = fields ? 12 : 0;
+    if (h.bitCount <= 8)
+        table = (h.clrUsed ? h.clrUsed : 1u << h.bitCount) * (core ? 3 : 4);
     DWORD offset = h.size + DIBColorTableSize(dib, size);
-    if (offset > size)
+    if (table > size - h.size || offset > size)
         return FALSE;
     DWORD height = h.height < 0 ? 0u - (DWORD)h.height : (DWORD)h.height;
     if (h.width <= 0 || height == 0 || (DWORD)h.width > kMaxDimension || height > kMaxDimension)
         return FALSE;
     DWORD left = size - offset;
-    if (h.compression == kBiRgb)
+    if (h.compression == kBiRgb || fields)
         return (unsigned long long)Stride((DWORD)h.width, h.bitCount) * height <= left;
     // Run-length pixels: GDI decodes biSizeImage bytes of them, bottom-up only.
     bool rle = (h.compression == kBiRle8 && h.bitCount == 8) || (h.compression == kBiRle4 && h.bitCount == 4);

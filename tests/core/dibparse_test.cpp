@@ -127,6 +127,12 @@ TEST(DibParse, BoundsHoldOnlyWhenEverythingGdiReadsIsPresent)
     struct Row { Bytes dib; DWORD cut; BOOL expected; const char* what; };
     Bytes v4 = InfoDib(8, 8, 8, 0, 0, -1, 64);
     Put32(v4, 0, 108);
+    Bytes v4room = InfoDib(8, 8, 8, 0, 0, -1, 68); // exactly room for GDI's table behind the 108 bytes
+    Put32(v4room, 0, 108);
+    Bytes v5fields = InfoDib(8, 8, 16, 3, 0, -1, 84 + 128);
+    Put32(v5fields, 0, 124);
+    Bytes tooLarge = InfoDib(8, 8, 24, 0, 0, -1, 300);
+    Put32(tooLarge, 0, 128);
     Bytes clr = InfoDib(8, 8, 8, 0, 300, 256, 64);
     const Row rows[] = {
         {InfoDib(8, 8, 8, 0, 0, -1, 64), 0, TRUE, "8x8, 8 bits, complete"},
@@ -144,8 +150,14 @@ TEST(DibParse, BoundsHoldOnlyWhenEverythingGdiReadsIsPresent)
         {InfoDib(8, 8, 8, 1, 0, -1, 10, 11), 0, FALSE, "RLE8 stating more bytes than present"},
         {InfoDib(8, 8, 8, 1, 0, -1, 10, 0), 0, FALSE, "RLE8 without a size"},
         {InfoDib(8, -8, 8, 1, 0, -1, 10, 10), 0, FALSE, "RLE8 top-down"},
-        {InfoDib(8, 8, 16, 3, 0, -1, 200), 0, FALSE, "bit fields"},
-        {v4, 0, FALSE, "108-byte header"},
+        {InfoDib(8, 8, 16, 3, 0, -1, 12 + 128), 0, TRUE, "16-bit fields, masks and pixels present"},
+        {InfoDib(8, 8, 16, 3, 0, -1, 11), 0, FALSE, "16-bit fields without their masks"},
+        {InfoDib(8, 8, 24, 3, 0, -1, 200), 0, FALSE, "24-bit fields"},
+        {v4, 0, FALSE, "108-byte header, its colour table cut"},
+        {v4room, 0, TRUE, "108-byte header read as an info header, pixels at 108"},
+        {v4room, 1, FALSE, "108-byte header, last byte missing"},
+        {v5fields, 0, TRUE, "124-byte header with 16-bit fields"},
+        {tooLarge, 0, FALSE, "a header larger than 124 bytes"},
         {CoreDib(8, 8, 4, 32), 0, TRUE, "core complete"},
         {CoreDib(8, 8, 4, 32), 1, FALSE, "core short"},
         {CoreDib(8, 8, 4, 32), 32 + 48, FALSE, "core without its table"},

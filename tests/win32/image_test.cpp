@@ -75,7 +75,8 @@ TEST(ImageLoad, LibraryBitmapsLoadByNameFromAnyModule)
 {
     const char* names[] = {"CAN1", "CAN2", "CANCEL", "CB1", "CB2", "CB3", "CB4", "CB5", "CB6", "CLR",
                            "GPUSH", "HC1", "HC2", "HC3", "HC4", "HC5", "HC6", "HLP1", "HLP2", "HR1",
-                           "HR2", "HR3", "HR4", "OK", "OK1", "OK2", "RB1", "RB2", "RB3", "RB4"};
+                           "HR2", "HR3", "HR4", "OK", "OK1", "OK2", "RB1", "RB2", "RB3", "RB4",
+                           "V5RGB16"}; // the last is the program's own (images.rc), with a 124-byte header
     for (const char* name : names) {
         HImage image;
         ASSERT_TRUE(HImageLoad(&image, Self(), name)) << name;
