@@ -298,9 +298,8 @@ int HGFormatCell(HGridWindow* gw, int col, int row, LPSTR buffer, int size, BOOL
         if (!code.p)
             return 0;
         memcpy(code.p, p.cell, (size_t)field->size);
+        // A code that no item has leaves the local buffer zero: a zero value shows.
         LRESULT index = SendMessageA(list, HLM_FINDCODE, 0, (LPARAM)code.p);
-        if (index < 0)
-            return 0; // a code that no item has shows nothing
         SendMessageA(list, HLM_GETDATA, (WPARAM)index, (LPARAM)value.p);
         ((BYTE*)value.p)[bytes - 1] = 0;
     } else {
@@ -339,12 +338,8 @@ BOOL HGParseCell(HGridWindow* gw, int col, int row, LPCSTR text)
     }
     if (IsCoded(field)) {
         HWND list = field->editor->hWnd;
+        // A value that no item has gets no code: the parsed value stays and is stored.
         LRESULT index = SendMessageA(list, HLM_FINDDATA, 0, (LPARAM)buffer);
-        if (index < 0) {
-            SeamFree(buffer);
-            return FALSE; // no item has this value, so there is no code to store
-        }
-        memset(buffer, 0, (size_t)bytes);
         SendMessageA(list, HLM_GETCODE, (WPARAM)index, (LPARAM)buffer);
         buffer[bytes - 1] = 0;
     }

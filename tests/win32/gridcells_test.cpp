@@ -321,10 +321,13 @@ TEST_F(GridCells, KindsWithoutTextAndCodedCellsWithoutEditorGiveNothing)
     EXPECT_EQ(0, Status(0)); // nothing was written
 }
 
-// A stand-in for the editor's list: two items, codes 10 and 20.
+// A stand-in for the editor's list: two items, codes 10 and 20. It logs the
+// index of each item copy asked of it; a bad index copies nothing.
 LRESULT CALLBACK CodeListProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
 {
     static const struct { LONG code; const char* data; } kItems[] = {{10, "ten"}, {20, "twenty"}};
+    if (msg == HLM_GETDATA || msg == HLM_GETCODE)
+        Log(msg == HLM_GETDATA ? "getdata %ld" : "getcode %ld", (long)wParam);
     for (int i = 0; i < 2; ++i) {
         if ((msg == HLM_FINDCODE && *(const LONG*)lParam == kItems[i].code) ||
             (msg == HLM_FINDDATA && strcmp((const char*)lParam, kItems[i].data) == 0))
@@ -354,20 +357,36 @@ TEST_F(GridCells, ACodedCellIsTranslatedByItsEditorsList)
     f->editor = &editor;
     ASSERT_EQ(0, HGAppendFld(gw->grid, f));
     HLListAdd(gw->grid->records, nullptr);
-    const LONG twenty = 20, thirty = 30;
-    char text[16];
-    ASSERT_TRUE(HGSetCellData(grid, 0, 0, &twenty));
-    EXPECT_EQ(6, HGGetCellText(grid, 0, 0, text, sizeof text));
-    EXPECT_STREQ("twenty", text);
-    EXPECT_TRUE(HGSetCellText(grid, 0, 0, "ten"));
-    LONG code = 0;
-    EXPECT_TRUE(HGGetCellData(grid, 0, 0, &code));
-    EXPECT_EQ(10, code);
-    EXPECT_FALSE(HGSetCellText(grid, 0, 0, "eleven")); // no such item: nothing written
-    EXPECT_TRUE(HGGetCellData(grid, 0, 0, &code));
-    EXPECT_EQ(10, code);
-    ASSERT_TRUE(HGSetCellData(grid, 0, 0, &thirty));
-    EXPECT_EQ(0, HGGetCellText(grid, 0, 0, text, sizeof text));
+    // Code in the cell, text shown; text written, code stored. A code or value
+    // that no item has still asks the list to copy item -1, which copies nothing:
+    // the text is that of a zero value, and the parsed value itself is stored.
+    const struct {
+        LONG code;
+        const char* text;
+        const char* written; // then the code stored
+        const char* log;
+        LONG stored;
+    } rows[] = {
+        {20, "twenty", "ten", "getdata 1,getcode 0,", 10},
+        // The first pair is a string, so the cell takes a string copy cut to 3.
+        {30, "", "eleven", "getdata -1,getcode -1,", 'e' | 'l' << 8 | 'e' << 16},
+    };
+    for (const auto& r : rows) {
+        g_events.clear();
+        char text[16] = "junk";
+        ASSERT_TRUE(HGSetCellData(grid, 0, 0, &r.code));
+        EXPECT_EQ((int)strlen(r.text), HGGetCellText(grid, 0, 0, text, sizeof text)) << r.code;
+        EXPECT_STREQ(r.text, text);
+        EXPECT_TRUE(HGSetCellText(grid, 0, 0, r.written)) << r.written;
+        LONG code = 0;
+        EXPECT_TRUE(HGGetCellData(grid, 0, 0, &code));
+        EXPECT_EQ(r.stored, code) << r.written;
+        std::string log;
+        for (const std::string& e : g_events)
+            if (e.compare(0, 3, "get") == 0)
+                log += e + ",";
+        EXPECT_EQ(r.log, log) << r.code;
+    }
     f->editor = nullptr; // the editor is not the grid's to destroy
     DestroyWindow(editor.hWnd);
 }
