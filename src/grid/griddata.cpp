@@ -105,9 +105,24 @@ void MapCopy(HLList* dest, HLList* source)
     }
 }
 
+// A node of a map of 2-byte entries: a default node but for 4 payload bytes,
+// the entry in the low two, so that HGCompareInts, which reads 32 bits of the
+// payload, stays inside it.
+LPVOID CALLBACK MapNodeAlloc(HLList* list, LPVOID data)
+{
+    if (!list || list->itemSize < 0)
+        return nullptr;
+    size_t size = list->itemSize < 4 ? 4 : (size_t)list->itemSize;
+    HLNode* node = (HLNode*)SeamAlloc(sizeof(HLNode) + size);
+    if (node && data)
+        memcpy(node + 1, data, (size_t)list->itemSize);
+    return node;
+}
+
 HLList* MapCreate(LONG itemSize)
 {
-    return HLListCreate(itemSize, nullptr, nullptr, HGCompareInts, nullptr, nullptr, 0);
+    return HLListCreate(itemSize, itemSize < 4 ? MapNodeAlloc : nullptr, nullptr, HGCompareInts, nullptr,
+                        nullptr, 0);
 }
 
 // Takes a field back out of the list without freeing it: its caller keeps it.

@@ -705,16 +705,36 @@ TEST(GridField, DestroyingAFieldDestroysItsLiveEditorWindow)
 }
 #endif
 
-TEST(GridMap, CreateMakesTheIdentityInFourByteEntriesWithoutTouchingStyle)
+// The map of the style (2-byte entries) and the one made on request (4-byte
+// entries, style untouched) both hold the identity, and both are searched by a
+// 32-bit value, which HGCompareInts reads from each entry.
+TEST(GridMap, BothKindsHoldTheIdentityAndAreSearchedByValue)
 {
-    HGridData* g = MakeGrid(HGS_ROWHEADERS, {1, 1, 1}, {});
-    EXPECT_TRUE(HGCreateFldMap(g));
-    EXPECT_EQ(4, g->fieldMap->itemSize);
-    EXPECT_EQ((std::vector<int>{0, 1, 2}), MapOf(g));
-    EXPECT_EQ((DWORD)HGS_ROWHEADERS, g->style);
-    EXPECT_FALSE(HGCreateFldMap(g));
+    const struct {
+        DWORD style;
+        bool onRequest;
+        LONG itemSize;
+    } cases[] = {
+        {HGS_FIELDMAP, false, 2},
+        {HGS_ROWHEADERS, true, 4},
+    };
+    for (const auto& c : cases) {
+        HGridData* g = MakeGrid(c.style, {1, 1, 1}, {});
+        if (c.onRequest)
+            EXPECT_TRUE(HGCreateFldMap(g));
+        ASSERT_NE(nullptr, g->fieldMap);
+        EXPECT_EQ(c.itemSize, g->fieldMap->itemSize);
+        EXPECT_EQ((std::vector<int>{0, 1, 2}), MapOf(g));
+        EXPECT_EQ(c.style, g->style);
+        for (LONG value = 0; value < 3; ++value) {
+            LONG found = -1;
+            EXPECT_NE(nullptr, HLListFind(g->fieldMap, &value, 0, &found)) << c.itemSize;
+            EXPECT_EQ(value, found) << c.itemSize;
+        }
+        EXPECT_FALSE(HGCreateFldMap(g));
+        HGridDestroy(g);
+    }
     EXPECT_FALSE(HGCreateFldMap(nullptr));
-    HGridDestroy(g);
 }
 
 // ---- Stash ----
