@@ -25,11 +25,15 @@ void TouchAsGdi(const BYTE* dib, DWORD size)
     DWORD compression = core ? 0 : Le32(dib + 16);
     DWORD clrUsed = core ? 0 : Le32(dib + 32);
     DWORD colors = bits <= 8 ? (clrUsed && clrUsed < (1u << bits) ? clrUsed : 1u << bits) : 0;
-    DWORD header = core ? 12 : 40;
-    for (DWORD i = 0; i < header + colors * (core ? 3 : 4); ++i)
+    // GDI reads a header of any size from 40 bytes on by its size field, and the
+    // three masks of 16- or 32-bit fields behind it.
+    DWORD header = core ? 12 : Le32(dib);
+    DWORD masks = compression == 3 && (bits == 16 || bits == 32) ? 12 : 0;
+    for (DWORD i = 0; i < header + colors * (core ? 3 : 4) + masks; ++i)
         g_sink = dib[i];
     DWORD pixels = DIBPixelOffset(dib, size);
-    unsigned long long count = compression ? Le32(dib + 20)
+    bool rle = compression == 1 || compression == 2;
+    unsigned long long count = rle ? Le32(dib + 20)
                                            : ((unsigned long long)width * bits + 31) / 32 * 4 *
                                                  (unsigned long long)(height < 0 ? -(long long)height : height);
     for (unsigned long long i = 0; i < count; i += 97)
