@@ -44,12 +44,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         int position = data[i + 1] % (length + 2);
         std::string before(text.data());
         if (data[i] == 0x7f) {
-            int r = HDataDeleteChar(cls, type, text.data(), m, position, capacity);
+            int r = HDataDeleteCharN(cls, type, text.data(), m, position, capacity);
             if (r != 0 && r != 1)
                 abort();
         } else {
             int advance = -99, repaint = -99;
-            int r = HDataTypeChar(cls, type, text.data(), m, position, (char)data[i], &advance, &repaint, capacity);
+            int r = HDataTypeCharN(cls, type, text.data(), m, position, (char)data[i], &advance, &repaint, capacity);
             if (r && (advance != 0 || repaint != 0 || before != text.data()))
                 abort(); // a refused key changes nothing
             if (!r && (advance == -99 || repaint == -99))

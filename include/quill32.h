@@ -10,6 +10,7 @@
 #else
 #include <windows.h>
 #endif
+#include <stddef.h>
 #endif
 
 #ifndef QUILLAPI
@@ -106,13 +107,6 @@
 /* Type letter of the text classes m, s */
 #define HTYPE_STRING 's'
 
-/* ---- Dates ---- */
-#define HN_BADDATE 0x602 /* a date or time check found a bad field; a veto returns the focus */
-
-/* ---- Numbers ---- */
-#define HNUM_GROUP 0x0001 /* HNumMask.flags: group the integer part by thousands */
-#define HNUM_MINUS 0x0002 /* HNumMask.flags: write a minus sign */
-
 /* ---- Grid data ---- */
 /* HGS_ bits: the low word of HGridData.style */
 #define HGS_READONLY 0x0001
@@ -162,25 +156,12 @@
 #define HGV_JH 0x484A /* header items 0 to 7; what HGridCreate sets */
 #define HGRID_RESOURCE_TYPE 300
 
-/* ---- Drawing: option bits of DrawPushButton ---- */
-#define DPB_DISABLED 0x01   /* text in COLOR_GRAYTEXT */
-#define DPB_DEFAULT 0x02    /* one more black line inside the frame */
-#define DPB_PRESSED 0x04    /* the face drawn pressed in */
-#define DPB_LEFT 0x08       /* text left-aligned */
-#define DPB_RIGHT 0x10      /* text right-aligned; wins over DPB_LEFT */
-#define DPB_EMBOSS 0x20     /* a white copy of the text one pixel right and down */
-#define DPB_SQUARE 0x40     /* square frame, no background fill */
-#define DPB_RETURNRECT 0x80 /* the rectangle comes back as the inner face */
+/* ---- Dates ---- */
+#define HN_BADDATE 0x602 /* a date or time check found a bad field; a veto returns the focus */
 
-/* ---- Images: HImage.type ---- */
-#define HIMAGE_NONE 0
-#define HIMAGE_BITMAP 1 /* device-dependent bitmap */
-#define HIMAGE_ICON 2
-#define HIMAGE_DIB 3    /* bitmap made from a device-independent bitmap, with its palette */
-
-/* ---- HButt styles read by the drawing routines ---- */
-#define HBS_LEFT 0x0020  /* text left-aligned */
-#define HBS_RIGHT 0x0040 /* text right-aligned; wins over HBS_LEFT */
+/* ---- Numbers ---- */
+#define HNUM_GROUP 0x0001 /* HNumMask.flags: group the integer part by thousands */
+#define HNUM_MINUS 0x0002 /* HNumMask.flags: write a minus sign */
 
 /* ---- Typed control protocol (HEdit, HList; parts in HButt, HGrid) ---- */
 #define HM_GETBACKBRUSH 0x464
@@ -226,6 +207,26 @@
 /* ---- Dialog info ---- */
 #define HDLGINFO_PROP "L"      /* the property that holds a window's dialog info */
 
+/* ---- Drawing: option bits of DrawPushButton ---- */
+#define DPB_DISABLED 0x01   /* text in COLOR_GRAYTEXT */
+#define DPB_DEFAULT 0x02    /* one more black line inside the frame */
+#define DPB_PRESSED 0x04    /* the face drawn pressed in */
+#define DPB_LEFT 0x08       /* text left-aligned */
+#define DPB_RIGHT 0x10      /* text right-aligned; wins over DPB_LEFT */
+#define DPB_EMBOSS 0x20     /* a white copy of the text one pixel right and down */
+#define DPB_SQUARE 0x40     /* square frame, no background fill */
+#define DPB_RETURNRECT 0x80 /* the rectangle comes back as the inner face */
+
+/* ---- Images: HImage.type ---- */
+#define HIMAGE_NONE 0
+#define HIMAGE_BITMAP 1 /* device-dependent bitmap */
+#define HIMAGE_ICON 2
+#define HIMAGE_DIB 3    /* bitmap made from a device-independent bitmap, with its palette */
+
+/* ---- HButt styles read by the drawing routines ---- */
+#define HBS_LEFT 0x0020  /* text left-aligned */
+#define HBS_RIGHT 0x0040 /* text right-aligned; wins over HBS_LEFT */
+
 /* ---- Grid window: the messages and notifications that the cell layer uses ---- */
 #define HGM_RELAYOUT 0x531
 #define HGM_SETTOPROW 0x541
@@ -255,6 +256,145 @@
 #define HLM_GETCODE 0x4A3
 #define HLM_FINDDATA 0x4B1
 #define HLM_FINDCODE 0x4B9
+
+/* ---- HList ---- */
+/* HLItem.flags */
+#define HL_SELECTED 0x0001
+#define HL_MARKED 0x0002
+/* HList wFlags bits that the application may read with HLM_GETFLAGS */
+#define HLF_SINGLE 0x0010
+#define HLF_BATCH 0x0040
+#define HLF_HASCODE 0x0080
+/* Selection modes */
+#define HLSEL_CLEAR 0
+#define HLSEL_SET 1
+#define HLSEL_TOGGLE 2
+/* Ways of marking */
+#define HLMARK_ALL 0
+#define HLMARK_BYDATA 1
+#define HLMARK_BYCODE 2
+#define HLMARK_BYINDEX 4
+#define HLMARK_SELECTED 8
+#define HLMARK_UNSELECTED 0x10
+/* What HLGetItems gives */
+#define HLGET_DATA 1
+#define HLGET_CODE 2
+#define HLGET_INDEX 4
+/* HList messages; the older numbers 0x400 to 0x423 are LB_ messages plus 0x280 */
+#define HLM_GETCOUNT 0x496
+#define HLM_RESETCONTENT 0x497
+#define HLM_DELETEITEM 0x4A0
+#define HLM_SELECTITEM 0x4A1
+#define HLM_SELECTITEM2 0x4D5
+#define HLM_GETTEXT 0x4A4
+#define HLM_GETTEXTLEN 0x4A5
+#define HLM_SETCODE 0x4A6
+#define HLM_FINDTEXT 0x4A8
+#define HLM_SELECTTEXT 0x4A9
+#define HLM_ADDITEM 0x4AF
+#define HLM_INSERTITEM 0x4B0
+#define HLM_SELECTDATA 0x4B2
+#define HLM_GETCURDATA 0x4B3
+#define HLM_GETCODECLASS 0x4B4
+#define HLM_GETCODELINK 0x4B5
+#define HLM_SETCODELINK 0x4B6
+#define HLM_GETCODESIZE 0x4B7
+#define HLM_GETCODETYPE 0x4B8
+#define HLM_SELECTCODE 0x4BA
+#define HLM_GETCURCODE 0x4BB
+#define HLM_RELAYOUT 0x4C8
+#define HLM_GETCARET 0x4D2
+#define HLM_SETCARET 0x4D3
+#define HLM_ISSELECTED 0x4D4
+#define HLM_GETSELCOUNT 0x4D6
+#define HLM_SELECTRANGE 0x4D7
+#define HLM_GETSELITEMS 0x4D8
+#define HLM_SETCOLUMNWIDTH 0x4DC
+#define HLM_GETVIEWWIDTH 0x4DD
+#define HLM_GETITEMRECT 0x4DE
+#define HLM_GETTOPINDEX 0x4E6
+#define HLM_SETTOPINDEX 0x4E7
+#define HLM_SCROLL 0x4E9
+#define HLM_SETTABSTOPS 0x4EA
+#define HLM_SETREDRAW 0x4ED
+#define HLM_GETFLAGS 0x4F1
+#define HLM_SETFLAGS 0x4F2
+#define HLM_GETSTYLE 0x4F4
+#define HLM_OLDFIRST 0x400
+#define HLM_OLDLAST 0x423
+#define HLM_OLDOFFSET 0x280
+/* HList notifications */
+#define HLN_SELCHANGE 1
+#define HLN_DBLCLK 2
+#define HLN_SETFOCUS 4
+#define HLN_KILLFOCUS 5
+/* Key notifications of the typed controls */
+#define HN_ENTER 0x101
+#define HN_ESCAPE 0x102
+#define HN_TAB 0x107
+#define HN_BACKTAB 0x108
+#define HN_HELP 0x10D
+
+/* ---- HButt ---- */
+#define HBT_PUSH 0
+#define HBT_DEFPUSH 1
+#define HBT_CHECK 2
+#define HBT_RADIO 3
+#define HBT_3STATE 4
+#define HBT_PUSHRADIO 6
+#define HBS_TYPEMASK 0x000F
+#define HBS_TRANSPARENT 0x0010 /* no memory bitmap, no background */
+#define HBS_NOFOCUS 0x0080     /* never takes the focus by a click */
+#define HBS_OWNERDRAW 0x0100   /* WM_DRAWITEM to the notify target first */
+#define HBS_UPDOWN 0x0400      /* two images per value: normal and pressed */
+#define HBS_AUTO 0x0800        /* a click advances the value; radios clear their group */
+#define HBS_NOFRAME 0x1000
+#define HBS_EMBOSS 0x2000      /* text with a white shadow */
+#define HBS_SQUARE 0x4000      /* square frame, no cut corners */
+#define HBS_ASYNCSOUND 0x8000  /* set by "%a" in the specification text */
+#define HBF_KEYHELD 0x0001
+#define HBF_PRESSED 0x0004
+#define HBF_FOCUSDRAWN 0x0010
+#define HBF_SOUNDFILE 0x0020
+#define HBF_GROUPPOS 0x0040
+#define HBF_NOVALUE 0x4000
+#define HBN_CLICKED 0
+#define HBN_DOUBLECLICKED 5
+#define HBM_GETIMAGEPOS 0x41E
+#define HBM_GETIMAGE 0x41F
+#define HBM_GETIMAGECOUNT 0x420
+#define HBM_GETTRANSCOLOR 0x421
+#define HBM_GETRELATION 0x422
+#define HBM_GETSOUND 0x423
+#define HBM_GETTEXTPOS 0x424
+#define HBM_GETBTNTYPE 0x427
+#define HBM_SETIMAGEPOS 0x432
+#define HBM_SETIMAGE 0x433
+#define HBM_SETTRANSCOLOR 0x434
+#define HBM_SETRELATION 0x435
+#define HBM_SETSOUND 0x436
+#define HBM_SETTEXTPOS 0x437
+#define HBM_GETDATA 0x438
+#define HBM_SETDATA 0x439
+#define HBM_GETLINK 0x43A
+#define HBM_SETLINK 0x43B
+#define HBM_GETDATASIZE 0x43C
+#define HBM_GETSTATECOUNT 0x43D
+#define HBM_ISGROUPEND 0x43E
+#define HBM_SETIMAGECOUNT 0x43F
+#define HBM_GETPALETTE 0x440
+#define HBM_CLICK 0x463
+/* String table entries of LoadDefTypeText */
+#define IDS_HBUTT_RADIOIMAGES 1250
+#define IDS_HBUTT_CHECKIMAGES 1251
+#define IDS_HBUTT_3STATEIMAGES 1252
+#define IDS_HBUTT_BOXPREFIX 1253
+#define IDS_HBUTT_PUSHPREFIX 1254
+#define IDS_HBUTT_PUSH 1255
+#define IDS_HBUTT_RADIO 1257
+#define IDS_HBUTT_CHECK 1258
+#define IDS_HBUTT_3STATE 1259
+#define IDS_HBUTT_CHECKPREFIX 1262
 
 /* @@SECTION defines: later families add their constants above this line */
 
@@ -334,26 +474,6 @@ typedef struct HLList {
     HLNode *last;                     /* last node, null when empty */
     HLNode *cursor;                   /* the cached node */
 } HLList;
-
-/* One section of a number mask as HNumMaskParse counts it. */
-typedef struct HNumMask {
-    BYTE sectionLength;      /* mask characters in the section, "." part included */
-    BYTE intLength;          /* mask characters in the integer part */
-    BYTE intSlots;           /* "#", "*" and "0" positions of the integer part */
-    BYTE intZeros;           /* "0" positions of the integer part */
-    signed char intMax;      /* digit capacity of the integer part; -1 with a "*" */
-    BYTE intLiterals;        /* literals of the integer part */
-    BYTE fracLength;         /* mask characters from the "." on */
-    BYTE fracSlots;          /* digit positions of the fraction part */
-    BYTE fracZeros;          /* "0" positions of the fraction part */
-    signed char fracMax;     /* digit capacity of the fraction part; -1 with a "*" */
-    BYTE fracLiterals;       /* literals of the fraction part, the "." among them */
-    BYTE bFiller;            /* keeps flags on a 16-bit boundary */
-    WORD flags;              /* HNUM_GROUP, HNUM_MINUS */
-} HNumMask;
-
-/* Validator of ParseData: receives the control and its GWL_ID; non-zero refuses the value. */
-typedef int(CALLBACK *HDATAVALIDATEPROC)(HWND hWnd, LONG id);
 
 /* ---- Grid data ---- */
 
@@ -458,6 +578,26 @@ typedef struct HGridWindow {
     HGridDataProc dataProc; /* row source, null if none */
 } HGridWindow;
 
+/* One section of a number mask as HNumMaskParse counts it. */
+typedef struct HNumMask {
+    BYTE sectionLength;      /* mask characters in the section, "." part included */
+    BYTE intLength;          /* mask characters in the integer part */
+    BYTE intSlots;           /* "#", "*" and "0" positions of the integer part */
+    BYTE intZeros;           /* "0" positions of the integer part */
+    signed char intMax;      /* digit capacity of the integer part; -1 with a "*" */
+    BYTE intLiterals;        /* literals of the integer part */
+    BYTE fracLength;         /* mask characters from the "." on */
+    BYTE fracSlots;          /* digit positions of the fraction part */
+    BYTE fracZeros;          /* "0" positions of the fraction part */
+    signed char fracMax;     /* digit capacity of the fraction part; -1 with a "*" */
+    BYTE fracLiterals;       /* literals of the fraction part, the "." among them */
+    BYTE bFiller;            /* keeps flags on a 16-bit boundary */
+    WORD flags;              /* HNUM_GROUP, HNUM_MINUS */
+} HNumMask;
+
+/* Validator of ParseData: receives the control and its GWL_ID; non-zero refuses the value. */
+typedef int(CALLBACK *HDATAVALIDATEPROC)(HWND hWnd, LONG id);
+
 /* An image shown by a control: a share of an entry of the library's image cache. */
 typedef struct HImage {
     SHORT type;       /* HIMAGE_ kind; 0 for nothing */
@@ -550,28 +690,6 @@ BOOL QUILLAPI HLListRemove(HLList *list, LONG index);
 LPVOID QUILLAPI HLListFind(HLList *list, LPCVOID key, LONG start, LPLONG found);
 LONG QUILLAPI HLListAdd(HLList *list, LPVOID data);
 
-/* ---- Dates and times ---- */
-BOOL QUILLAPI DateTimeToData(const HDateTime *record, LPVOID value, char type);
-BOOL QUILLAPI DataToDateTime(HDateTime *record, LPCVOID value, char type);
-
-/* ---- Numbers ---- */
-double QUILLAPI NumToDouble(LPCVOID value, char type);
-BOOL QUILLAPI DoubleToNum(LPVOID value, char type, double number);
-LPCSTR QUILLAPI HNumMaskParse(LPCSTR mask, BOOL negative, BOOL editing, HNumMask *parsed);
-int QUILLAPI HFormatDouble(double number, LPCSTR mask, LPSTR text, int size, BOOL editing);
-double QUILLAPI HNumStrip(LPCSTR text);
-
-/* ---- FormatData and ParseData ---- */
-int QUILLAPI FormatData(LPCVOID value, char cls, char type, LPCSTR mask, LPSTR text, int size,
-                        LPBOOL negative, BOOL editing);
-int QUILLAPI ParseData(HWND hWnd, LPVOID value, char cls, char type, LPCSTR mask, LPCSTR text,
-                       HDATAVALIDATEPROC validator);
-BOOL QUILLAPI HBoolIsTrue(char type, LPCVOID value);
-BOOL QUILLAPI HBoolStore(char type, LPVOID value, BOOL truth);
-int QUILLAPI HBoolFormat(BOOL truth, LPCSTR mask, LPSTR text, int size);
-BOOL QUILLAPI HBoolParse(LPCSTR mask, LPCSTR text);
-int QUILLAPI HMaskApply(LPCSTR source, LPCSTR mask, LPSTR target, int size, BOOL strip);
-
 /* ---- Grid data ---- */
 HGridData *QUILLAPI HGridCreate(LPCSTR name, DWORD style, DWORD options, int frozenCols,
                                 int rowHeight, int rowHeaderWidth, int colHeaderHeight, int minRows);
@@ -608,15 +726,42 @@ BOOL QUILLAPI HGSave(HGIoProc proc, LPVOID context, UINT version, HGridData *gri
 HGridData *QUILLAPI HGridLoad(LPCSTR fileName, OFSTRUCT *of);
 HGridData *QUILLAPI HGLoadResourceGrid(HMODULE module, LPCSTR name);
 
-/* ---- Drawing and images ---- */
-void QUILLAPI DrawPushButton(HWND hWnd, HDC hDC, LPRECT rect, int depth, UINT options, LPCSTR text,
-                             HFONT hFont, HBITMAP hBitmap, COLORREF color);
-void QUILLAPI Draw3DBorder(HDC hDC, LPRECT rect, int style, BOOL fill);
-BOOL QUILLAPI HBDrawText(HDC hDC, LPARAM record, int length);
-BOOL QUILLAPI HImageLoad(HImage *image, HINSTANCE module, LPCSTR name);
-BOOL QUILLAPI HImageFree(HImage *image, BOOL force);
-int QUILLAPI HImageDraw(HDC hDC, const HImage *image, int x, int y, COLORREF transparent);
-BOOL QUILLAPI HImageGetSize(const HImage *image, LPINT width, LPINT height);
+/* ---- Dates and times ---- */
+BOOL QUILLAPI DateTimeToData(const HDateTime *record, LPVOID value, char type);
+BOOL QUILLAPI DataToDateTime(HDateTime *record, LPCVOID value, char type);
+int QUILLAPI HDateFormat(const HDateTime *record, LPCSTR mask, LPSTR text, int size, BOOL editing,
+                         BOOL hasDate, BOOL hasTime);
+int QUILLAPI HDateParse(HDateTime *record, LPCSTR text, LPCSTR mask, BOOL hasDate, BOOL hasTime);
+BOOL QUILLAPI HDateCheck(HWND hWnd, HDateTime *record, BOOL repair, BOOL year, BOOL month, BOOL day);
+BOOL QUILLAPI HTimeCheck(HWND hWnd, HDateTime *record, BOOL repair, BOOL ampm, BOOL hour, BOOL minute,
+                         BOOL second);
+/* Writes at most 128 bytes, the terminator included. */
+void QUILLAPI HDateBuildMask(LPCSTR mask, BOOL hasDate, BOOL hasTime, LPSTR result);
+
+/* ---- Typed keystroke editing ---- */
+/* The text buffer must have room for what the key adds: the length of the
+   longer of text and mask, plus 32 bytes, as the edit control's buffer has. */
+int QUILLAPI HDataTypeChar(char cls, char type, LPSTR text, LPCSTR mask, int position, char key,
+                           int *advance, int *repaint);
+int QUILLAPI HDataDeleteChar(char cls, char type, LPSTR text, LPCSTR mask, int position);
+
+/* ---- Numbers ---- */
+double QUILLAPI NumToDouble(LPCVOID value, char type);
+BOOL QUILLAPI DoubleToNum(LPVOID value, char type, double number);
+LPCSTR QUILLAPI HNumMaskParse(LPCSTR mask, BOOL negative, BOOL editing, HNumMask *parsed);
+int QUILLAPI HFormatDouble(double number, LPCSTR mask, LPSTR text, int size, BOOL editing);
+double QUILLAPI HNumStrip(LPCSTR text);
+
+/* ---- FormatData and ParseData ---- */
+int QUILLAPI FormatData(LPCVOID value, char cls, char type, LPCSTR mask, LPSTR text, int size,
+                        LPBOOL negative, BOOL editing);
+int QUILLAPI ParseData(HWND hWnd, LPVOID value, char cls, char type, LPCSTR mask, LPCSTR text,
+                       HDATAVALIDATEPROC validator);
+BOOL QUILLAPI HBoolIsTrue(char type, LPCVOID value);
+BOOL QUILLAPI HBoolStore(char type, LPVOID value, BOOL truth);
+int QUILLAPI HBoolFormat(BOOL truth, LPCSTR mask, LPSTR text, int size);
+BOOL QUILLAPI HBoolParse(LPCSTR mask, LPCSTR text);
+int QUILLAPI HMaskApply(LPCSTR source, LPCSTR mask, LPSTR target, int size, BOOL strip);
 
 /* ---- Typed control protocol ---- */
 BOOL QUILLAPI StringToColor(LPCSTR text, COLORREF *color);
@@ -630,6 +775,16 @@ LPVOID QUILLAPI GetDlgInfo(HWND hWnd);
 LPVOID QUILLAPI FreeDlgInfo(HWND hWnd, BOOL release);
 #endif
 
+/* ---- Drawing and images ---- */
+void QUILLAPI DrawPushButton(HWND hWnd, HDC hDC, LPRECT rect, int depth, UINT options, LPCSTR text,
+                             HFONT hFont, HBITMAP hBitmap, COLORREF color);
+void QUILLAPI Draw3DBorder(HDC hDC, LPRECT rect, int style, BOOL fill);
+BOOL QUILLAPI HBDrawText(HDC hDC, LPARAM record, int length);
+BOOL QUILLAPI HImageLoad(HImage *image, HINSTANCE module, LPCSTR name);
+BOOL QUILLAPI HImageFree(HImage *image, BOOL force);
+int QUILLAPI HImageDraw(HDC hDC, const HImage *image, int x, int y, COLORREF transparent);
+BOOL QUILLAPI HImageGetSize(const HImage *image, LPINT width, LPINT height);
+
 /* ---- Grid cells ---- */
 LPVOID QUILLAPI HGOffsetPtr(HWND hWnd, int col, LPVOID record);
 BOOL QUILLAPI HGGetCellData(HWND hWnd, int col, int row, LPVOID buffer);
@@ -638,6 +793,38 @@ BOOL QUILLAPI HGSetCellString(HWND hWnd, int col, int row, LPCVOID data); /* HGS
 int QUILLAPI HGGetCellText(HWND hWnd, int col, int row, LPSTR buffer, int size);
 BOOL QUILLAPI HGSetCellText(HWND hWnd, int col, int row, LPCSTR text);
 BOOL QUILLAPI HGridInvalidateCell(HWND hWnd, int col, int row);
+BOOL QUILLAPI HGridInvalidateRange(HWND hWnd, int firstCol, int firstRow, int lastCol, int lastRow);
+
+/* ---- HList items ---- */
+LONG QUILLAPI HLAddItem(HWND hWnd, LPVOID data);
+LONG QUILLAPI HLAddItemEx(HWND hWnd, LPVOID data, LPVOID code);
+LONG QUILLAPI HLInsertItem(HWND hWnd, LONG index, LPVOID data);
+LONG QUILLAPI HLInsertItemEx(HWND hWnd, LONG index, LPVOID data, LPVOID code);
+LONG QUILLAPI HLInsertStringEx(HWND hWnd, LONG index, LPCSTR dataText, LPCSTR codeText);
+LONG QUILLAPI HLAddItems(HWND hWnd, LONG count, LPVOID items);
+LONG QUILLAPI HLAddItemsEx(HWND hWnd, LONG count, LPVOID items, LPVOID codes);
+LONG QUILLAPI HLInsertItems(HWND hWnd, LONG index, LONG count, LPVOID items);
+LONG QUILLAPI HLInsertItemsEx(HWND hWnd, LONG index, LONG count, LPVOID items, LPVOID codes);
+BOOL QUILLAPI HLEmptyList(HWND hWnd);
+BOOL QUILLAPI HLDeleteItem(HWND hWnd, LONG index);
+BOOL QUILLAPI HLDeleteItems(HWND hWnd, UINT how, LONG count, LPVOID items);
+BOOL QUILLAPI HLMarkItems(HWND hWnd, UINT how, LONG count, LPVOID items);
+BOOL QUILLAPI HLSelectItem(HWND hWnd, LONG index, UINT mode);
+BOOL QUILLAPI HLSelectItems(HWND hWnd, UINT mode, UINT how, LONG count, LPVOID items);
+LONG QUILLAPI HLSelectData(HWND hWnd, LPVOID key, UINT mode);
+LONG QUILLAPI HLSelectCode(HWND hWnd, LPVOID key, UINT mode);
+BOOL QUILLAPI HLIsSelected(HWND hWnd, LONG index);
+LONG QUILLAPI HLFindData(HWND hWnd, LONG start, LPVOID key);
+LONG QUILLAPI HLFindCode(HWND hWnd, LONG start, LPVOID key);
+LONG QUILLAPI HLGetData(HWND hWnd, LONG index, LPVOID out);
+LONG QUILLAPI HLGetCode(HWND hWnd, LONG index, LPVOID out);
+BOOL QUILLAPI HLSetCode(HWND hWnd, LONG index, LPVOID value);
+BOOL QUILLAPI HLGetItems(HWND hWnd, LONG count, UINT what, LPVOID out, UINT how, LPVOID items);
+BOOL QUILLAPI HLSetDataLink(HWND hWnd, LPVOID link, BOOL select);
+BOOL QUILLAPI HLSetCodeLink(HWND hWnd, LPVOID link, BOOL select);
+
+/* ---- HButt ---- */
+int QUILLAPI LoadDefTypeText(int type, LPSTR buffer, int size, LPCSTR text);
 
 /* @@SECTION functions: later families add their prototypes above this line */
 

@@ -229,7 +229,7 @@ BOOL StoreCalendarTime(const HDateTime* r, LPVOID value, char type)
 void ReadTmFields(HDateTime* r, long long year, int month, int mday, int hour, int min, int sec)
 {
     r->wYear = (SHORT)(year + 1900);
-    r->bMonth = (BYTE)(month + 1);
+    r->bMonth = (BYTE)((unsigned)month + 1u); // a stored tm_mon may be any int
     r->bDay = (BYTE)mday;
     r->bHour = (BYTE)hour;
     r->bMinute = (BYTE)min;
@@ -526,7 +526,7 @@ void CopyDefaultFields(MaskWriter& out, const char* format, int formatSize, cons
 
 } // namespace
 
-void HDateBuildMask(LPCSTR mask, BOOL hasDate, BOOL hasTime, LPSTR result, int resultSize)
+void HDateBuildMaskN(LPCSTR mask, BOOL hasDate, BOOL hasTime, LPSTR result, int resultSize)
 {
     if (!result || resultSize < 1) return;
     MaskWriter out{result, result, result + resultSize - 1};
@@ -583,6 +583,11 @@ void HDateBuildMask(LPCSTR mask, BOOL hasDate, BOOL hasTime, LPSTR result, int r
     *out.p = 0;
 }
 
+extern "C" void QUILLAPI HDateBuildMask(LPCSTR mask, BOOL hasDate, BOOL hasTime, LPSTR result)
+{
+    HDateBuildMaskN(mask, hasDate, hasTime, result, kTypedWorkSize);
+}
+
 namespace {
 
 bool MaskHasAmPm(const char* mask)
@@ -636,7 +641,7 @@ void WriteField(TextWriter& out, const HDateItem& it, const HDateTime* r, int ho
 
 } // namespace
 
-int HDateFormat(const HDateTime* record, LPCSTR mask, LPSTR text, int size, BOOL editing,
+extern "C" int QUILLAPI HDateFormat(const HDateTime* record, LPCSTR mask, LPSTR text, int size, BOOL editing,
                 BOOL hasDate, BOOL hasTime)
 {
     if (!text || size < 1) return 0;
@@ -649,7 +654,7 @@ int HDateFormat(const HDateTime* record, LPCSTR mask, LPSTR text, int size, BOOL
         // A date at midnight shows as a date.
         if (hasDate && hasTime && noMask && !r->bHour && !r->bMinute && !r->bSecond && !r->wMillisecond)
             hasTime = FALSE;
-        HDateBuildMask(mask, hasDate, hasTime, working, sizeof working);
+        HDateBuildMaskN(mask, hasDate, hasTime, working, sizeof working);
         mask = working;
     }
     int hour = r->bHour;
@@ -684,14 +689,14 @@ int HDateFormat(const HDateTime* record, LPCSTR mask, LPSTR text, int size, BOOL
     return (int)(out.p - text);
 }
 
-int HDateParse(HDateTime* record, LPCSTR text, LPCSTR mask, BOOL hasDate, BOOL hasTime)
+extern "C" int QUILLAPI HDateParse(HDateTime* record, LPCSTR text, LPCSTR mask, BOOL hasDate, BOOL hasTime)
 {
     if (!record) return 1;
     memset(record, 0, sizeof *record);
     if (!text) return 1;
     HDateTime* r = record;
     char working[kTypedWorkSize];
-    HDateBuildMask(mask, hasDate, hasTime, working, sizeof working);
+    HDateBuildMaskN(mask, hasDate, hasTime, working, sizeof working);
 
     const char* m = working;
     const char* t = text;
@@ -764,7 +769,7 @@ void ReportBadField(HWND hWnd, HCtlBase* control)
 
 } // namespace
 
-BOOL HDateCheck(HWND hWnd, HDateTime* record, BOOL repair, BOOL year, BOOL month, BOOL day)
+extern "C" BOOL QUILLAPI HDateCheck(HWND hWnd, HDateTime* record, BOOL repair, BOOL year, BOOL month, BOOL day)
 {
     if (!record) return 0;
     HCtlBase* control = CheckedControl(hWnd);
@@ -795,7 +800,7 @@ BOOL HDateCheck(HWND hWnd, HDateTime* record, BOOL repair, BOOL year, BOOL month
     return !failed;
 }
 
-BOOL HTimeCheck(HWND hWnd, HDateTime* record, BOOL repair, BOOL ampm, BOOL hour, BOOL minute,
+extern "C" BOOL QUILLAPI HTimeCheck(HWND hWnd, HDateTime* record, BOOL repair, BOOL ampm, BOOL hour, BOOL minute,
                 BOOL second)
 {
     if (!record) return 0;

@@ -13,26 +13,11 @@ int HDateWeekday(int year, int month, int day);
 // True for a year whose February has 28 days.
 bool HDateIsCommonYear(int year);
 
-// Display text of record by mask; with `editing`, or without a mask, by the
-// working mask of the locale. Writes at most size - 1 characters and a
-// terminator. Returns the length.
-int HDateFormat(const HDateTime* record, LPCSTR mask, LPSTR text, int size, BOOL editing,
-                BOOL hasDate, BOOL hasTime);
-// Reads text by the working mask of mask into record (zeroed first). Never
-// reads past the terminator of text. Returns 1.
-int HDateParse(HDateTime* record, LPCSTR text, LPCSTR mask, BOOL hasDate, BOOL hasTime);
-// Checks, and with `repair` mends, the flagged date fields of record. Returns
-// 1 if all checked fields are good. A failure notifies HN_BADDATE to the
-// control of hWnd, if there is one.
-BOOL HDateCheck(HWND hWnd, HDateTime* record, BOOL repair, BOOL year, BOOL month, BOOL day);
-// The same for the time fields; `ampm` says the hour is on a 12-hour clock.
-BOOL HTimeCheck(HWND hWnd, HDateTime* record, BOOL repair, BOOL ampm, BOOL hour, BOOL minute,
-                BOOL second);
-// The fields of mask in the locale's default order: the mask that editing
-// shows and reading uses. result holds resultSize bytes and is always
-// terminated.
-void HDateBuildMask(LPCSTR mask, BOOL hasDate, BOOL hasTime, LPSTR result,
-                    int resultSize = 128);
+// HDateFormat, HDateParse, HDateCheck, HTimeCheck and HDateBuildMask are
+// exported (quill32.h). The library's own callers build the working mask with
+// the size of their result buffer: it holds resultSize bytes and is always
+// terminated. HDateBuildMask is this with 128 bytes.
+void HDateBuildMaskN(LPCSTR mask, BOOL hasDate, BOOL hasTime, LPSTR result, int resultSize);
 
 // One element of a date mask as the display walks it.
 enum HDateItemKind {

@@ -152,7 +152,7 @@ int NumberTypeChar(char cls, char type, Field& f, LPCSTR mask, int position, cha
             accepted = true;
         }
     } else if (key == ' ') {
-        *advance = HDataDeleteChar(cls, type, f.text, mask, position, f.capacity);
+        *advance = HDataDeleteCharN(cls, type, f.text, mask, position, f.capacity);
         f.length = BoundedLength(f.text, f.capacity);
         *repaint = 1;
         accepted = true;
@@ -442,7 +442,7 @@ DatePlace FindDatePlace(LPCSTR mask, const Field& f, int position)
 
 int DateTypeChar(char cls, Field& f, LPCSTR mask, int position, char key, int* advance, int* repaint)
 {
-    HDateBuildMask(mask, cls != HCLASS_TIME, cls != HCLASS_DATE, g_szTypedWork, kTypedWorkSize);
+    HDateBuildMaskN(mask, cls != HCLASS_TIME, cls != HCLASS_DATE, g_szTypedWork, kTypedWorkSize);
     DatePlace p = FindDatePlace(g_szTypedWork, f, position);
     char on = f.At(position);
     bool maskBlank = p.item.kind == HDI_LITERAL && p.item.literal == ' ';
@@ -567,8 +567,8 @@ LPSTR HStrInsertFill(LPSTR text, char fill, int count, int position)
     return text;
 }
 
-int HDataTypeChar(char cls, char type, LPSTR text, LPCSTR mask, int position, char key,
-                  int* advance, int* repaint, int capacity)
+int HDataTypeCharN(char cls, char type, LPSTR text, LPCSTR mask, int position, char key,
+                   int* advance, int* repaint, int capacity)
 {
     int adv = 0, rep = 0, refused = 1;
     int length = text && capacity > 0 ? BoundedLength(text, capacity) : -1;
@@ -610,7 +610,7 @@ int HDataTypeChar(char cls, char type, LPSTR text, LPCSTR mask, int position, ch
     return refused;
 }
 
-int HDataDeleteChar(char cls, char type, LPSTR text, LPCSTR mask, int position, int capacity)
+int HDataDeleteCharN(char cls, char type, LPSTR text, LPCSTR mask, int position, int capacity)
 {
     int length = text && capacity > 0 ? BoundedLength(text, capacity) : -1;
     if (length < 0 || position < 0) {
@@ -619,4 +619,25 @@ int HDataDeleteChar(char cls, char type, LPSTR text, LPCSTR mask, int position, 
     }
     Field f{text, length, capacity};
     return DeleteWithCode(cls, type, f, mask, position > length ? length : position, true);
+}
+
+// Extra room of the edit control's text buffer over its mask.
+constexpr int kEditTextRoom = 32;
+
+int HKeyBufferRoom(LPCSTR text, LPCSTR mask)
+{
+    size_t length = text ? strlen(text) : 0, maskLength = mask ? strlen(mask) : 0;
+    size_t room = (length > maskLength ? length : maskLength) + kEditTextRoom;
+    return room > 0x7FFFFFF0u ? 0x7FFFFFF0 : (int)room;
+}
+
+extern "C" int QUILLAPI HDataTypeChar(char cls, char type, LPSTR text, LPCSTR mask, int position, char key,
+                                      int* advance, int* repaint)
+{
+    return HDataTypeCharN(cls, type, text, mask, position, key, advance, repaint, HKeyBufferRoom(text, mask));
+}
+
+extern "C" int QUILLAPI HDataDeleteChar(char cls, char type, LPSTR text, LPCSTR mask, int position)
+{
+    return HDataDeleteCharN(cls, type, text, mask, position, HKeyBufferRoom(text, mask));
 }

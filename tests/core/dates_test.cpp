@@ -329,6 +329,27 @@ TEST_F(CalendarTime, TmTypeStoresTheNormalisedStructure)
     EXPECT_EQ(Show(Make(2026, 3, 7, 14, 5, 9)), Show(back));
 }
 
+struct TmReadRow {
+    int32_t fields[9]; // sec, min, hour, mday, mon, year, wday, yday, isdst
+    HDateTime result;
+};
+
+TEST_F(Dates, AStoredTmIsReadFieldByFieldWhateverItHolds)
+{
+    static const TmReadRow rows[] = {
+        {{9, 5, 14, 7, 2, 126, 6, 65, 0}, Make(2026, 3, 7, 14, 5, 9)},
+        {{61, 0, 0, 1, 0, 100, 0, 0, 0}, Make(2000, 1, 1, 0, 0, 1)},   // seconds modulo 60
+        {{0, 0, 0, 1, 0x7FFFFFFF, 100, 0, 0, 0}, Make(2000, 0, 1)},    // tm_mon + 1 wraps to 0
+        {{0, 0, 0, 1, -1, 100, 0, 0, 0}, Make(2000, 0, 1)},
+        {{0, 0, 0, 1, 12, -1900, 0, 0, 0}, Make(0, 13, 1)},            // nothing is normalised
+    };
+    for (const TmReadRow& row : rows) {
+        HDateTime back;
+        ASSERT_EQ(1, DataToDateTime(&back, row.fields, 'm'));
+        EXPECT_EQ(Show(row.result), Show(back)) << row.fields[4];
+    }
+}
+
 TEST_F(CalendarTime, AYearOf1900OrBelowKeepsThePreviousYear)
 {
     HDateTime first = Make(2001, 2, 3, 4, 5, 6), second = Make(1800, 5, 6, 7, 8, 9);
@@ -426,6 +447,9 @@ TEST_F(Dates, NamesFollowTheCaseOfTheFirstTwoMaskLetters)
         {"mmmm", Make(2026, 13, 1), ""}, // no name for a month out of range
         {"mmmm", Make(2026, 0, 1), ""},
         {"mmm", Make(2026, 12, 25), "dec"},
+        {"Mmmm", Make(2026, 1, 5), "January"},
+        {"MMMM", Make(2026, 1, 5), "JANUARY"},
+        {"mmmm", Make(2026, 1, 5), "january"},
     };
     for (const FormatRow& r : rows) {
         char text[64];
@@ -439,6 +463,7 @@ TEST_F(Dates, AmPmTurnsTheHourToTwelveHoursAndFollowsTheMaskCase)
     static const FormatRow rows[] = {
         {"h:mm ap", kSample, "2:05 pm"},
         {"hh:mm AP", kSample, "02:05 PM"},
+        {"hh:mm AP", Make(0, 0, 0, 9, 5), "09:05 AM"},
         {"h Ap", kSample, "2 Pm"},
         {"h ap", Make(0, 0, 0, 0), "12 am"},
         {"h ap", Make(0, 0, 0, 12), "12 pm"},
@@ -532,9 +557,10 @@ TEST_F(Dates, TheWorkingMaskPutsTheMaskFieldsInTheLocaleOrder)
     };
     for (const BuildRow& r : rows) {
         strcpy(g_szDateFormat, r.dateFormat);
-        char result[128];
+        char result[129];
         memset(result, 'X', sizeof result);
-        HDateBuildMask(r.mask, r.hasDate, r.hasTime, result, sizeof result);
+        HDateBuildMask(r.mask, r.hasDate, r.hasTime, result); // the exported form: 128 bytes
+        EXPECT_EQ('X', result[128]);
         EXPECT_STREQ(r.result, result) << (r.mask ? r.mask : "(null)") << " in " << r.dateFormat;
     }
 }
@@ -543,12 +569,12 @@ TEST_F(Dates, TheWorkingMaskStaysInItsBuffer)
 {
     char result[8];
     memset(result, 'X', sizeof result);
-    HDateBuildMask(nullptr, 1, 1, result, 6);
+    HDateBuildMaskN(nullptr, 1, 1, result, 6);
     EXPECT_STREQ("mm/dd", result);
     EXPECT_EQ('X', result[6]);
     std::string longMask(500, 'd');
     char big[128];
-    HDateBuildMask(longMask.c_str(), 1, 0, big, sizeof big);
+    HDateBuildMaskN(longMask.c_str(), 1, 0, big, sizeof big);
     EXPECT_STREQ("dd", big);
 }
 

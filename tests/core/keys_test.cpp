@@ -32,12 +32,16 @@ int Beeps()
 #endif
 }
 
+constexpr int kExported = 0; // the exported routines, which take no capacity
+
 // Types a script into a buffer of `capacity` bytes and checks every step. The
 // caret follows the advance of each accepted key, and the result of Delete.
+// Without a capacity the exported routines type into a buffer of 80 bytes.
 void Type(char cls, const char* mask, const char* start, int caret, std::initializer_list<Key> keys,
-          int capacity = 64)
+          int capacity = kExported)
 {
     char buffer[80];
+    const int limit = capacity == kExported ? (int)sizeof buffer - 1 : capacity;
     memset(buffer, 'Z', sizeof buffer);
     strcpy(buffer, start);
     int step = 0;
@@ -49,7 +53,8 @@ void Type(char cls, const char* mask, const char* start, int caret, std::initial
                             std::to_string(step) + " on '" + before + "' at " + std::to_string(caret);
         if (k.key == kDelete) {
             int beeps = Beeps();
-            int r = HDataDeleteChar(cls, 'x', buffer, mask, caret, capacity);
+            int r = capacity == kExported ? HDataDeleteChar(cls, 'x', buffer, mask, caret)
+                                          : HDataDeleteCharN(cls, 'x', buffer, mask, caret, capacity);
             EXPECT_EQ(k.result, r) << where << " Delete";
 #ifndef _WIN32
             bool silent = strchr("bhsx", cls) != nullptr; // these never find nothing to delete
@@ -61,14 +66,16 @@ void Type(char cls, const char* mask, const char* start, int caret, std::initial
             caret += r;
         } else {
             int advance = -99, repaint = -99;
-            int r = HDataTypeChar(cls, 'x', buffer, mask, caret, k.key, &advance, &repaint, capacity);
+            int r = capacity == kExported
+                        ? HDataTypeChar(cls, 'x', buffer, mask, caret, k.key, &advance, &repaint)
+                        : HDataTypeCharN(cls, 'x', buffer, mask, caret, k.key, &advance, &repaint, capacity);
             EXPECT_EQ(k.result, r != 0) << where << " key '" << k.key << "'";
             EXPECT_EQ(k.advance, advance) << where << " key '" << k.key << "'";
             EXPECT_EQ(k.repaint, repaint) << where << " key '" << k.key << "'";
             if (!r) caret += advance;
         }
         EXPECT_STREQ(k.text, buffer) << where << " key '" << k.key << "'";
-        EXPECT_EQ('Z', buffer[capacity]) << where << ": written past the buffer";
+        EXPECT_EQ('Z', buffer[limit]) << where << ": written past the buffer";
     }
 }
 
@@ -406,13 +413,13 @@ TEST_F(Keys, ATextWithoutTerminatorInItsBufferTakesNoKey)
 {
     char text[4] = {'1', '2', '3', '4'};
     int advance = 5, repaint = 5;
-    EXPECT_NE(0, HDataTypeChar('n', 'd', text, nullptr, 0, '5', &advance, &repaint, 4));
+    EXPECT_NE(0, HDataTypeCharN('n', 'd', text, nullptr, 0, '5', &advance, &repaint, 4));
     EXPECT_EQ(0, advance);
     EXPECT_EQ(0, repaint);
-    EXPECT_EQ(0, HDataDeleteChar('s', 's', text, nullptr, 0, 4));
+    EXPECT_EQ(0, HDataDeleteCharN('s', 's', text, nullptr, 0, 4));
     EXPECT_EQ(0, memcmp(text, "1234", 4));
-    EXPECT_NE(0, HDataTypeChar('n', 'd', nullptr, nullptr, 0, '5', &advance, &repaint, 4));
-    EXPECT_NE(0, HDataTypeChar('n', 'd', text, nullptr, 9, '5', nullptr, nullptr, 4));
+    EXPECT_NE(0, HDataTypeCharN('n', 'd', nullptr, nullptr, 0, '5', &advance, &repaint, 4));
+    EXPECT_NE(0, HDataTypeCharN('n', 'd', text, nullptr, 9, '5', nullptr, nullptr, 4));
 }
 
 TEST_F(Keys, InsertFillOpensRoomAndFillsIt)
