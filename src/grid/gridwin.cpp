@@ -83,3 +83,9 @@ extern "C" BOOL QUILLAPI HGridInvalidateCell(HWND hWnd, int col, int row)
     InvalidateAll(hWnd);
     return TRUE;
 }
+
+extern "C" BOOL QUILLAPI HGridInvalidateRange(HWND hWnd, int firstCol, int firstRow, int lastCol, int lastRow)
+{
+    InvalidateAll(hWnd);
+    return TRUE;
+}

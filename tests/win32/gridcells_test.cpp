@@ -124,10 +124,20 @@ TEST_F(GridCells, AStringLongerThanTheCellIsCutAndStaysTerminated)
     EXPECT_EQ(0, memcmp(cell, "z\0\0\0\0\0", 6)); // the whole cell is cleared first
 }
 
-TEST_F(GridCells, TheTwoSetNamesAreOneExport)
+TEST_F(GridCells, EveryGridRoutineIsExportedAndTheTwoSetNamesAreOne)
 {
     HMODULE dll = GetModuleHandleA("QUILL32.dll");
     ASSERT_TRUE(dll);
+    static const char* const kNames[] = {
+        "HGridCreate", "HGridEmpty", "HGridDestroy", "HGridCopy", "HGridDup", "HGridChanged", "HGridScale",
+        "HGCreateFldMap", "HGFieldCreate", "HGFieldDestroy", "HGFldDup", "HGInsertFld", "HGFixOffsets",
+        "HGAppendFld", "HGMoveFld", "HGRemoveFld", "HGFieldAt", "HGMapPosOf", "HGCreateStash", "HGGetStash",
+        "StashGrid", "GetStashed", "RemoveStashed", "HGStashFld", "HGGetFldStash", "HGOffsetPtr",
+        "HGGetCellData", "HGSetCellData", "HGSetCellString", "HGGetCellText", "HGSetCellText", "HGLoad",
+        "HGSave", "HGridLoad", "HGLoadResourceGrid", "HGridInvalidateCell", "HGridInvalidateRange",
+    };
+    for (const char* name : kNames)
+        EXPECT_TRUE(GetProcAddress(dll, name)) << name;
     EXPECT_EQ((void*)GetProcAddress(dll, "HGSetCellData"), (void*)GetProcAddress(dll, "HGSetCellString"));
 }
 
