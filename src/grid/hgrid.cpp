@@ -210,7 +210,7 @@ extern "C" LRESULT CALLBACK HGridMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
     HGridWindow* gw = (HGridWindow*)record;
     switch (msg) {
     case WM_NCCREATE:
-        if (!HGridCreateWindow(hWnd, (const CREATESTRUCTA*)lParam))
+        if (!lParam || !HGridCreateWindow(hWnd, (const CREATESTRUCTA*)lParam))
             return 0;
         break;
     case WM_NCDESTROY:
@@ -218,12 +218,18 @@ extern "C" LRESULT CALLBACK HGridMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
             HGridEndWindow(hWnd, gw);
         break;
     case HM_GETSTYLE: // the grid's record has no extended head: the pair is its style word
-        return gw->grid ? (LRESULT)gw->grid->style : 0;
+        if (gw)
+            return gw->grid ? (LRESULT)gw->grid->style : 0;
+        break;
     case HM_SETSTYLE:
+        if (!gw)
+            break;
         if (gw->grid)
             gw->grid->style = (DWORD)lParam;
         return 1;
     }
-    *notHandled = TRUE;
+    // Called by a host without a record, or without the flag, it answers nothing.
+    if (notHandled)
+        *notHandled = TRUE;
     return 0;
 }

@@ -160,6 +160,21 @@ TEST_F(GridCells, BadAddressesAndWindowsOtherThanGridsGiveZero)
     EXPECT_TRUE(parent.seen.empty());
 }
 
+// A host calling the handler itself, without a record or a creation structure,
+// gets nothing read through null: the message is left to the tail.
+TEST_F(GridCells, TheHandlerWithoutARecordAnswersNothing)
+{
+    const struct { UINT msg; BOOL notHandled; } kBare[] = {
+        {HM_GETSTYLE, TRUE}, {HM_SETSTYLE, TRUE}, {WM_NCDESTROY, TRUE}, {WM_NCCREATE, FALSE},
+    };
+    for (const auto& b : kBare) {
+        BOOL notHandled = FALSE;
+        EXPECT_EQ(0, HGridMsgHandler(parent.hwnd(), b.msg, 0, 0, &notHandled, nullptr)) << b.msg;
+        EXPECT_EQ(b.notHandled, notHandled) << b.msg;
+    }
+    EXPECT_EQ(0, HGridMsgHandler(parent.hwnd(), HM_GETSTYLE, 0, 0, nullptr, nullptr));
+}
+
 TEST_F(GridCells, OffsetPtrAddsTheFieldOffsetAndRefusesTheColumnPastTheLast)
 {
     Make(0, 0);
