@@ -35,10 +35,10 @@ HLItem* HLNodeAt(HLList* list, LONG index)
     return (HLItem*)HLListGetItem(list, index);
 }
 
-// Keeps caret and anchor on their items after an insertion at i.
-void HLShiftForInsert(HListRecord* r, LONG i)
+// Keeps caret and anchor on their items after an insertion at i; one on the
+// last item of the list as it was stays where it is.
+void HLShiftForInsert(HListRecord* r, LONG i, LONG last)
 {
-    const LONG last = HLCount(r) - 1;
     if (i <= r->caret && r->caret < last)
         ++r->caret;
     if (i <= r->anchor && r->anchor < last)
@@ -202,6 +202,7 @@ LONG HLInsertRec(HListRecord* r, LONG index, LPVOID data, LPVOID code)
         return -1;
     const DWORD style = r->base.dwStyle;
     const bool hasCode = HLHasCode(r);
+    const LONG last = HLCount(r) - 1;
     LONG i = index;
     if (!(style & (HLS_SORTDATA | HLS_SORTCODE))) {
         i = HLListInsert(r->dataList, index, data);
@@ -216,7 +217,7 @@ LONG HLInsertRec(HListRecord* r, LONG index, LPVOID data, LPVOID code)
             HLListInsert(r->codeList, i, code);
     }
     // Sorted by code without a code list: nothing is inserted, and index goes on.
-    HLShiftForInsert(r, i);
+    HLShiftForInsert(r, i, last);
     if (!(r->base.wFlags & HLF_BATCH))
         HListLayout(r);
     return i;
