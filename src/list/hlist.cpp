@@ -39,7 +39,7 @@ LONG MaxScroll(const HListRecord* r)
 
 LONG HitTest(const HListRecord* r, int x, int y)
 {
-    if (r->rowHeight == 0)
+    if (r->rowHeight == 0 || (IsMulti(r) && r->columnWidth <= 0))
         return -1;
     const LONG count = HLCount(r);
     LONG index;
@@ -729,8 +729,11 @@ void HListSetCaret(HListRecord* r, LONG index, BOOL notify)
         HListScroll(r, (index - bottom) / step + 1);
     }
     r->caret = index;
+    HWND self = r->base.hWnd;
     if (r->base.wFlags & HLF_CARETSHOWN)
         HListHideCaret(r, old);
+    if (!IsWindow(self))
+        return; // an owner-draw parent destroyed us while painting
     if (HasFocus(r))
         HListShowCaret(r, index);
     if (index != old && !held) {

@@ -142,7 +142,7 @@ BOOL PaintRows(HListRecord* r, HDC dc, LONG first, LONG last)
 LONG HitRow(HListRecord* r, int x, int y)
 {
     // The same test as the mouse's, on the paint rectangle's corners.
-    if (r->rowHeight == 0)
+    if (r->rowHeight == 0 || ((r->base.dwStyle & HLS_MULTICOLUMN) && r->columnWidth <= 0))
         return -1;
     const LONG count = HLCount(r);
     LONG index;

@@ -309,3 +309,51 @@ TEST(ListWindow, DesignTimeSampleAndCursor)
 }
 
 } // namespace
+
+namespace {
+
+TEST(ListWindow, MultiColumnKeysStepByAColumn)
+{
+    ListWin l("%nl", 0x0200, 40);
+    EXPECT_EQ(1, SendMessageA(l.hWnd, HLM_SETCOLUMNWIDTH, 40, 0));
+    SendMessageA(l.hWnd, HLM_RELAYOUT, 0, 0);
+    RECT client;
+    GetClientRect(l.hWnd, &client); // less the horizontal scroll bar
+    const LONG rows = client.bottom / l.rowHeight;
+    l.Key(VK_HOME);
+    l.Key(VK_RIGHT);
+    EXPECT_EQ(rows, l.Caret());
+    RECT rc = {};
+    EXPECT_EQ(1, SendMessageA(l.hWnd, HLM_GETITEMRECT, (WPARAM)(rows + 1), (LPARAM)&rc));
+    EXPECT_EQ(40, rc.left);
+    EXPECT_EQ(80, rc.right);
+    EXPECT_EQ(l.rowHeight, rc.top);
+    l.Key(VK_LEFT);
+    EXPECT_EQ(0, l.Caret());
+    l.Key(VK_LEFT); // nothing to the left: stays
+    EXPECT_EQ(0, l.Caret());
+}
+
+// Rows painted into a memory context: the selected one in the highlight colour, the others in the back brush.
+TEST(ListWindow, PaintFillsSelectedRowWithHighlight)
+{
+    ListWin l("%nl", kMultiple, 3);
+    HLSelectItem(l.hWnd, 1, HLSEL_SET);
+    HDC screen = GetDC(nullptr);
+    HDC dc = CreateCompatibleDC(screen);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, 120, 200);
+    HGDIOBJ old = SelectObject(dc, bitmap);
+    RECT all = {0, 0, 120, 200};
+    FillRect(dc, &all, (HBRUSH)GetStockObject(BLACK_BRUSH));
+    SendMessageA(l.hWnd, WM_PAINT, (WPARAM)dc, 0);
+    const int x = 100; // right of the text
+    EXPECT_EQ(GetSysColor(COLOR_HIGHLIGHT), GetPixel(dc, x, l.rowHeight + l.rowHeight / 2));
+    EXPECT_EQ(RGB(255, 255, 255), GetPixel(dc, x, l.rowHeight / 2));
+    EXPECT_EQ(RGB(255, 255, 255), GetPixel(dc, x, 2 * l.rowHeight + l.rowHeight / 2));
+    SelectObject(dc, old);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screen);
+}
+
+} // namespace
