@@ -96,22 +96,58 @@ void DrawItemText(HListRecord* r, HDC dc, RECT rc, LONG index, LPRECT out, BOOL 
     *out = rc;
 }
 
+// What a row painter needs to know of one row.
+struct RowState {
+    RECT rc;       // the row
+    LONG index;    // the item
+    BOOL selected; // the item's state
+    BOOL lit;      // drawn highlighted
+    bool focused;  // the list has the focus
+    bool oneItem;  // one-item mode
+};
+
+// Owner draw: the owner paints the row; FALSE if it destroyed the list.
+BOOL PaintOwnerRow(HListRecord* r, HDC dc, const RowState& s)
+{
+    RECT item = s.rc;
+    if (s.oneItem)
+        InflateRect(&item, -1, -3);
+    UINT state = (s.focused ? ODS_FOCUS : 0) | (s.lit ? ODS_SELECTED : 0);
+    return OwnerDraw(r, dc, item, (s.oneItem && !s.selected) ? -1 : s.index, s.index, ODA_SELECT, state);
+}
+
+// The text, then the row's fill with the text clipped out, so the fill never flickers over it.
+BOOL PaintTextRow(HListRecord* r, HDC dc, const RowState& s)
+{
+    if (!(s.oneItem && !s.selected)) {
+        RECT text;
+        DrawItemText(r, dc, s.rc, s.index, &text, s.lit);
+        ExcludeClipRect(dc, text.left, text.top, text.right - 1, text.bottom - 1);
+    }
+    Rectangle(dc, s.rc.left, s.rc.top, s.rc.right + 1, s.rc.bottom + 1);
+    return TRUE;
+}
+
+using RowPainter = BOOL (*)(HListRecord*, HDC, const RowState&);
+constexpr RowPainter kRowPainters[] = {PaintTextRow, PaintOwnerRow}; // by the owner-draw style
+
 // Paints rows first..last into dc; FALSE if the owner destroyed the list.
 BOOL PaintRows(HListRecord* r, HDC dc, LONG first, LONG last)
 {
-    const bool oneItem = (r->base.dwStyle & HLS_ONEITEM) != 0;
-    const bool focused = HasFocus(r);
+    RowState s = {};
+    s.oneItem = (r->base.dwStyle & HLS_ONEITEM) != 0;
+    s.focused = HasFocus(r);
+    const RowPainter paint = kRowPainters[(r->base.dwStyle & HLS_OWNERDRAW) ? 1 : 0];
     HBRUSH back = BackBrush(r, dc);
     if (!back)
         back = (HBRUSH)GetStockObject(NULL_BRUSH);
     OwnedBrush highlight(GetSysColor(COLOR_HIGHLIGHT));
-    for (LONG i = first; i <= last; ++i) {
-        RECT rc;
-        if (!HListItemRect(r, i, &rc))
+    for (s.index = first; s.index <= last; ++s.index) {
+        if (!HListItemRect(r, s.index, &s.rc))
             continue;
-        const BOOL selected = HLIsItemSelected(r, i);
-        const BOOL lit = oneItem ? focused : selected;
-        if (lit) {
+        s.selected = HLIsItemSelected(r, s.index);
+        s.lit = s.oneItem ? s.focused : s.selected;
+        if (s.lit) {
             SetBkMode(dc, OPAQUE);
             SelectObject(dc, highlight.get());
             SetBkColor(dc, GetSysColor(COLOR_HIGHLIGHT));
@@ -119,21 +155,10 @@ BOOL PaintRows(HListRecord* r, HDC dc, LONG first, LONG last)
             SetBkMode(dc, TRANSPARENT);
             SelectObject(dc, back);
         }
-        if (r->base.dwStyle & HLS_OWNERDRAW) {
-            RECT item = rc;
-            if (oneItem)
-                InflateRect(&item, -1, -3);
-            UINT state = (focused ? ODS_FOCUS : 0) | (lit ? ODS_SELECTED : 0);
-            if (!OwnerDraw(r, dc, item, (oneItem && !selected) ? -1 : i, i, ODA_SELECT, state))
-                return FALSE;
-            continue;
+        if (!paint(r, dc, s)) {
+            SelectObject(dc, GetStockObject(WHITE_BRUSH));
+            return FALSE;
         }
-        if (!(oneItem && !selected)) {
-            RECT text;
-            DrawItemText(r, dc, rc, i, &text, lit);
-            ExcludeClipRect(dc, text.left, text.top, text.right - 1, text.bottom - 1);
-        }
-        Rectangle(dc, rc.left, rc.top, rc.right + 1, rc.bottom + 1);
     }
     SelectObject(dc, GetStockObject(WHITE_BRUSH)); // before the highlight brush goes
     return TRUE;
