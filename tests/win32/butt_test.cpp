@@ -403,6 +403,38 @@ TEST_F(Butt, DialogCodeFollowsTypeFocusAndAuto)
     }
 }
 
+// The creation style as the thin procedure left it in the creation structure.
+DWORD g_createStyle;
+LRESULT CALLBACK ButtSpyProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    LRESULT result = HButtWnd(hWnd, msg, wParam, lParam);
+    if (msg == WM_NCCREATE)
+        g_createStyle = ((const CREATESTRUCTA*)lParam)->style;
+    return result;
+}
+
+TEST_F(Butt, NoFocusButtonsLoseTheTabStopAndKeepTheFocusWhereItWas)
+{
+    WNDCLASSA spy = {0, ButtSpyProc, 0, 8, GetModuleHandleA(nullptr), nullptr, nullptr, nullptr, nullptr, "QuillButtSpy"};
+    RegisterClassA(&spy);
+    HWND other = Make("Other", HBT_PUSH, 41, 60);
+    const struct { DWORD style; bool tabStop, takesFocus; } kRows[] = {
+        {HBT_PUSH, true, true},
+        {HBT_PUSH | HBS_NOFOCUS, false, false},
+        {HBT_RADIO | HBS_NOFOCUS, false, false},
+    };
+    for (const auto& r : kRows) {
+        g_createStyle = 0;
+        HWND b = parent.Child("QuillButtSpy", "Go", r.style | WS_TABSTOP, 42);
+        EXPECT_EQ(r.tabStop, (g_createStyle & WS_TABSTOP) != 0) << std::hex << r.style;
+        SetFocus(other);
+        SendMessageA(b, WM_LBUTTONDOWN, MK_LBUTTON, kInside);
+        SendMessageA(b, WM_LBUTTONUP, 0, kInside);
+        EXPECT_EQ(r.takesFocus ? b : other, GetFocus()) << std::hex << r.style;
+        DestroyWindow(b);
+    }
+}
+
 TEST_F(Butt, SoundFilesAreStoredWithTheirExtensionAndOnlyThenLoadWinMM)
 {
     bool before = GetModuleHandleA("winmm.dll") != nullptr;
@@ -430,6 +462,7 @@ TEST_F(Butt, ImageAndTextStandWhereTheirPositionsSay)
         {"441;;STATRED", {60, 19}, {60, 8}, -1},    // above an empty caption, both centred
         {"444;;[red]STATRED", {-1, -1}, {60, 20}, -1}, // red is left out
         {"000;;STATRED", {0, 0}, {20, 0}, -1},
+        {"443;Ab;STATRED", {-1, -1}, {30, 20}, -2}, // the pair centred together, the image first
         {"888;;STATRED", {119, 39}, {100, 39}, -1},
     };
     for (const auto& r : kRows) {
@@ -438,6 +471,13 @@ TEST_F(Butt, ImageAndTextStandWhereTheirPositionsSay)
         Canvas c(b);
         if (r.red.x >= 0) EXPECT_EQ(kRed, c.At(r.red.x, r.red.y)) << r.text;
         EXPECT_EQ(kWhite, c.At(r.notRed.x, r.notRed.y)) << r.text;
+        if (r.textFrom == -2) {
+            int left = c.FirstOther(kWhite, kWhite), right = 119;
+            while (right > 0 && c.At(right, 20) == kWhite && c.At(right, 16) == kWhite && c.At(right, 24) == kWhite)
+                --right;
+            EXPECT_EQ(kRed, c.At(left, 20)) << r.text;
+            EXPECT_NEAR(left, 119 - right, 4) << r.text;
+        }
         if (r.textFrom >= 0) {
             EXPECT_GE(c.FirstOther(kWhite, kRed), r.textFrom) << r.text;
             EXPECT_LE(c.FirstOther(kWhite, kRed), r.textFrom + 3) << r.text;
