@@ -66,6 +66,19 @@ struct ListWin {
         PumpMessages();
         SetKeys(false, false);
     }
+    // A drag from one item to another by WM_MOUSEMOVE, the release queued behind the move.
+    void Drag(LONG from, LONG to)
+    {
+        POINT p = {20, (LONG)(from * rowHeight + rowHeight / 2)};
+        POINT screen = p;
+        ClientToScreen(hWnd, &screen);
+        SetCursorPos(screen.x, screen.y);
+        LPARAM end = MAKELPARAM(20, to * rowHeight + rowHeight / 2);
+        PostMessageA(hWnd, WM_MOUSEMOVE, MK_LBUTTON, end);
+        PostMessageA(hWnd, WM_LBUTTONUP, 0, end);
+        SendMessageA(hWnd, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(p.x, p.y));
+        PumpMessages();
+    }
     void Key(WPARAM key, bool shift = false)
     {
         SetKeys(shift, false);
@@ -84,9 +97,10 @@ struct ListWin {
 
 // One step of a selection scenario: a click or a key, with shift and ctrl.
 struct Step {
-    enum Kind { CLICK, KEY } kind;
+    enum Kind { CLICK, KEY, DRAG } kind;
     LONG arg; // item index, or virtual key
     bool shift, ctrl;
+    LONG to; // where a drag ends
 };
 
 struct ModelCase {
@@ -119,6 +133,9 @@ TEST(ListWindow, SelectionModelsByMouseAndKeys)
          6, 3},
         {"extended: shift and arrows grow the range", kExtended,
          {{S::KEY, VK_DOWN}, {S::KEY, VK_DOWN, true}, {S::KEY, VK_DOWN, true}}, {1, 2, 3}, 3, 3},
+        {"extended: a drag selects what it passes and tells once at the release", kExtended,
+         {{S::DRAG, 1, false, false, 4}}, {1, 2, 3, 4}, 4, 1},
+        {"single: a drag selects where it ends", 0, {{S::DRAG, 5, false, false, 2}}, {2}, 2, 1},
         {"extended and multiple styles act as extended", kExtended | kMultiple,
          {{S::CLICK, 2}, {S::CLICK, 4, true}}, {2, 3, 4}, 4, 2},
     };
@@ -130,6 +147,8 @@ TEST(ListWindow, SelectionModelsByMouseAndKeys)
         for (const auto& s : c.steps) {
             if (s.kind == Step::CLICK)
                 l.Click(s.arg, s.shift, s.ctrl);
+            else if (s.kind == Step::DRAG)
+                l.Drag(s.arg, s.to);
             else
                 l.Key((WPARAM)s.arg, s.shift);
         }
