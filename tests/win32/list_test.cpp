@@ -28,9 +28,9 @@ struct ListWin {
     TestParent parent;
     HWND hWnd;
     LONG rowHeight;
-    ListWin(const char* spec, DWORD style, int items = 10)
+    ListWin(const char* typeSpec, DWORD style, int items = 10)
     {
-        hWnd = parent.Child(HLIST_CLASS, spec, style, kId, 10, 10, 120, 200);
+        hWnd = parent.Child(HLIST_CLASS, typeSpec, style, kId, 10, 10, 120, 200);
         SendMessageA(hWnd, HM_SETBACKBRUSH, (WPARAM)GetStockObject(WHITE_BRUSH), 0);
         for (LONG i = 0; i < items; ++i) {
             LONG v = 100 + i;

@@ -12,9 +12,9 @@ namespace {
 struct List {
     TestParent parent;
     HWND hWnd;
-    List(const char* spec, DWORD style)
+    List(const char* typeSpec, DWORD style)
     {
-        hWnd = parent.Child(HLIST_CLASS, spec, style, 7, 10, 10, 120, 200);
+        hWnd = parent.Child(HLIST_CLASS, typeSpec, style, 7, 10, 10, 120, 200);
         SendMessageA(hWnd, HM_SETBACKBRUSH, (WPARAM)GetStockObject(WHITE_BRUSH), 0);
     }
     std::vector<LONG> Data() const
@@ -40,7 +40,7 @@ constexpr DWORD kSortData = 0x0002, kSortCode = 0x0004, kMultiple = 0x0008, kOwn
 
 struct InsertCase {
     const char* name;
-    const char* spec;
+    const char* typeSpec;
     DWORD style;
     std::vector<LONG> indexes, data, codes;
     std::vector<LONG> results, expectData, expectCodes;
@@ -59,7 +59,7 @@ TEST(ListItems, InsertPlacesItemsByIndexDataOrderOrCodeOrder)
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        List l(c.spec, c.style);
+        List l(c.typeSpec, c.style);
         for (size_t k = 0; k < c.data.size(); ++k) {
             LONG d = c.data[k], code = k < c.codes.size() ? c.codes[k] : 0;
             LONG got = HLInsertItemEx(l.hWnd, c.indexes[k], &d, c.codes.empty() ? nullptr : &code);
