@@ -154,6 +154,8 @@ bool SaveShot(HWND hWnd, const char* path)
 
 // The HStat page and its CreateDialogInWin pane (statpage.cpp).
 HWND GalleryStatPage(HWND parent, int x, int y);
+// The HButt row (buttpage.cpp).
+HWND GalleryButtPage(HWND parent, int x, int y);
 
 int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR cmdLine, int show)
 {
@@ -165,9 +167,10 @@ int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR cmdLine, int show)
     wc.hbrBackground = (HBRUSH)(COLOR_WINDOW + 1);
     wc.lpszClassName = "QuillGallery";
     RegisterClassA(&wc);
-    HWND hWnd = CreateWindowExA(0, "QuillGallery", "Quill32 gallery", WS_OVERLAPPEDWINDOW, 20, 20, 900, 640,
+    HWND hWnd = CreateWindowExA(0, "QuillGallery", "Quill32 gallery", WS_OVERLAPPEDWINDOW, 20, 20, 900, 740,
                                 nullptr, nullptr, hInstance, nullptr);
     GalleryStatPage(hWnd, 4, 272);
+    GalleryButtPage(hWnd, 4, 596);
     ShowWindow(hWnd, show ? show : SW_SHOW);
     UpdateWindow(hWnd);
 

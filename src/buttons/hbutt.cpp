@@ -247,7 +247,8 @@ HButtRec* HButtCreate(HWND hWnd, CREATESTRUCTA* cs)
         return nullptr;
     b->base.dwStyle = cs->style;
     b->dataType = HTYPE_WORD;
-    LPCSTR text = cs->lpszName ? cs->lpszName : "";
+    // An ordinal in place of a name is no text either.
+    LPCSTR text = (cs->lpszName && !IS_INTRESOURCE(cs->lpszName)) ? cs->lpszName : "";
     char buffer[kButtSpecSize] = "";
     if (!HButtIsSpec(text)) {
         LoadDefTypeText(HButtType(b), buffer, sizeof buffer, text);

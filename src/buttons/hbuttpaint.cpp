@@ -17,8 +17,10 @@ struct PaintBuffer {
     HDC dc = nullptr;
     HBITMAP bitmap = nullptr;
     HGDIOBJ old = nullptr;
-    PaintBuffer(HDC target, int w, int h)
+    PaintBuffer(HDC target, int w, int h, bool wanted)
     {
+        if (!wanted)
+            return; // a transparent button draws straight onto the window
         dc = CreateCompatibleDC(target);
         bitmap = CreateCompatibleBitmap(target, w, h);
         if (dc && bitmap)
@@ -260,7 +262,7 @@ void HButtPaint(HButtRec* b, HDC dc, const RECT* rect, WORD state)
         return;
     bool transparent = HButtHas(b, HBS_TRANSPARENT);
     RECT r = *rect;
-    PaintBuffer buffer(dc, transparent ? 0 : rect->right - rect->left, transparent ? 0 : rect->bottom - rect->top);
+    PaintBuffer buffer(dc, rect->right - rect->left, rect->bottom - rect->top, !transparent);
     HDC w = dc;
     if (!transparent) {
         if (!buffer.old)
