@@ -384,25 +384,6 @@ TEST_F(Butt, MessagesOfTheBmFamilyAndThePrivateBlock)
     EXPECT_EQ(0, SendMessageA(b, WM_GETTEXT, 0x8000, (LPARAM)small)) << "a size that reads negative copies nothing";
 }
 
-TEST_F(Butt, DialogCodeFollowsTypeFocusAndAuto)
-{
-    const struct { DWORD style; LRESULT code; } kRows[] = {
-        {HBT_PUSH, DLGC_BUTTON | DLGC_UNDEFPUSHBUTTON},
-        {HBT_DEFPUSH, DLGC_BUTTON | DLGC_DEFPUSHBUTTON},
-        {HBT_CHECK, DLGC_BUTTON},
-        {HBT_3STATE | HBS_AUTO, DLGC_BUTTON},
-        {HBT_RADIO, DLGC_BUTTON | DLGC_RADIOBUTTON},
-        {HBT_PUSHRADIO | HBS_AUTO, DLGC_BUTTON | DLGC_RADIOBUTTON | DLGC_WANTARROWS},
-        {HBT_PUSH | HBS_NOFOCUS, DLGC_STATIC},
-        {HBT_RADIO | HBS_NOFOCUS, DLGC_BUTTON | DLGC_RADIOBUTTON},
-    };
-    for (const auto& r : kRows) {
-        HWND b = Make("x", r.style);
-        EXPECT_EQ(r.code, SendMessageA(b, WM_GETDLGCODE, 0, 0)) << std::hex << r.style;
-        DestroyWindow(b);
-    }
-}
-
 // The creation style as the thin procedure left it in the creation structure.
 DWORD g_createStyle;
 LRESULT CALLBACK ButtSpyProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
@@ -413,24 +394,30 @@ LRESULT CALLBACK ButtSpyProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
     return result;
 }
 
-TEST_F(Butt, NoFocusButtonsLoseTheTabStopAndKeepTheFocusWhereItWas)
+TEST_F(Butt, DialogCodeTabStopAndFocusFollowTypeNoFocusAndAuto)
 {
     WNDCLASSA spy = {0, ButtSpyProc, 0, 8, GetModuleHandleA(nullptr), nullptr, nullptr, nullptr, nullptr, "QuillButtSpy"};
     RegisterClassA(&spy);
     HWND other = Make("Other", HBT_PUSH, 41, 60);
-    const struct { DWORD style; bool tabStop, takesFocus; } kRows[] = {
-        {HBT_PUSH, true, true},
-        {HBT_PUSH | HBS_NOFOCUS, false, false},
-        {HBT_RADIO | HBS_NOFOCUS, false, false},
+    const struct { DWORD style; LRESULT code; bool focus; } kRows[] = {
+        {HBT_PUSH, DLGC_BUTTON | DLGC_UNDEFPUSHBUTTON, true},
+        {HBT_DEFPUSH, DLGC_BUTTON | DLGC_DEFPUSHBUTTON, true},
+        {HBT_CHECK, DLGC_BUTTON, true},
+        {HBT_3STATE | HBS_AUTO, DLGC_BUTTON, true},
+        {HBT_RADIO, DLGC_BUTTON | DLGC_RADIOBUTTON, true},
+        {HBT_PUSHRADIO | HBS_AUTO, DLGC_BUTTON | DLGC_RADIOBUTTON | DLGC_WANTARROWS, true},
+        {HBT_PUSH | HBS_NOFOCUS, DLGC_STATIC, false},
+        {HBT_RADIO | HBS_NOFOCUS, DLGC_BUTTON | DLGC_RADIOBUTTON, false},
     };
     for (const auto& r : kRows) {
         g_createStyle = 0;
-        HWND b = parent.Child("QuillButtSpy", "Go", r.style | WS_TABSTOP, 42);
-        EXPECT_EQ(r.tabStop, (g_createStyle & WS_TABSTOP) != 0) << std::hex << r.style;
+        HWND b = parent.Child("QuillButtSpy", "x", r.style | WS_TABSTOP, 42);
+        EXPECT_EQ(r.code, SendMessageA(b, WM_GETDLGCODE, 0, 0)) << std::hex << r.style;
+        EXPECT_EQ(r.focus, (g_createStyle & WS_TABSTOP) != 0) << "HBS_NOFOCUS takes it " << std::hex << r.style;
         SetFocus(other);
         SendMessageA(b, WM_LBUTTONDOWN, MK_LBUTTON, kInside);
         SendMessageA(b, WM_LBUTTONUP, 0, kInside);
-        EXPECT_EQ(r.takesFocus ? b : other, GetFocus()) << std::hex << r.style;
+        EXPECT_EQ(r.focus ? b : other, GetFocus()) << std::hex << r.style;
         DestroyWindow(b);
     }
 }
