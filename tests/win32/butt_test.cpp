@@ -435,6 +435,16 @@ TEST_F(Butt, SoundFilesAreStoredWithTheirExtensionAndOnlyThenLoadWinMM)
     EXPECT_EQ(1, SendMessageA(quiet, HBM_SETSOUND, 0, (LPARAM) "ding.wav"));
     EXPECT_EQ(8, SendMessageA(quiet, HBM_GETSOUND, sizeof name, (LPARAM)name));
     EXPECT_EQ(0, SendMessageA(quiet, HBM_SETSOUND, 0, (LPARAM) ""));
+    // A resource of type 400 wins over a file: its handle is the answer, and a press plays it.
+    for (const char* spec : {"441;Go;;DING", "441;Go;;%aDING"}) {
+        HWND b = Make(spec, HBT_PUSH, 42);
+        EXPECT_NE(0, SendMessageA(b, HBM_GETSOUND, sizeof name, (LPARAM)name)) << spec;
+        parent.seen.clear();
+        SendMessageA(b, WM_LBUTTONDOWN, MK_LBUTTON, kInside);
+        SendMessageA(b, WM_LBUTTONUP, 0, kInside);
+        EXPECT_SEEN(Commands(), Clicks(b, {HBN_CLICKED}));
+        DestroyWindow(b);
+    }
 }
 
 // ---- pixels ----
