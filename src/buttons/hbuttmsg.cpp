@@ -422,6 +422,8 @@ extern "C" LRESULT CALLBACK HButtMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         return HButtDlgCode(b);
     case WM_LBUTTONDOWN:
         HButtOnLButtonDown(b);
+        if (!IsWindow(hWnd))
+            return 0; // the focus change took the window: the record is gone
         break;
     case WM_MOUSEMOVE:
         HButtOnMouseMove(b, wParam, lParam);
