@@ -7,6 +7,8 @@
 constexpr int kButtSpecSize = 256;
 // Image slots an image list starts with, and grows by.
 constexpr int kButtImageChunk = 4;
+// Placement values run from 0 (top left) to 8 (bottom right).
+constexpr UINT kMaxPlacement = 8;
 // Gap between image and text side by side; one above the other they touch.
 constexpr int kButtGapX = 5;
 constexpr int kButtGapY = 0;

@@ -12,7 +12,6 @@ namespace {
 constexpr UINT kOldButtonFirst = 0x400; // BM_GETCHECK to BM_SETSTYLE in their 16-bit numbering
 constexpr UINT kOldButtonLast = 0x404;
 constexpr UINT kOldButtonShift = 0x310;
-constexpr UINT kMaxPlacement = 8;
 
 bool HButtPressed(const HButtRec* b) { return (b->base.wFlags & HBF_PRESSED) != 0; }
 bool HButtKeyHeld(const HButtRec* b) { return (b->base.wFlags & HBF_KEYHELD) != 0; }

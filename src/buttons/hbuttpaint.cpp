@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr UINT kMaxPlacement = 8;
 constexpr UINT kOwnerDrawAction = ODA_SELECT | ODA_FOCUS;
 
 // Owns the memory context and bitmap of one opaque paint.
