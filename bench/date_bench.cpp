@@ -4,6 +4,7 @@
 // words), the platform's SYSTEMTIME. Prints times and the ratio, after
 // checking that both made the same texts.
 #include "quill32.h"
+#include "bench.h"
 #include <stdio.h>
 #include <string.h>
 #include <vector>
@@ -14,45 +15,20 @@ constexpr int kCount = 1000000;
 constexpr int kRounds = 3;
 constexpr int kTextSize = 16;
 
-double Now()
-{
-    static LARGE_INTEGER frequency;
-    if (!frequency.QuadPart)
-        QueryPerformanceFrequency(&frequency);
-    LARGE_INTEGER t;
-    QueryPerformanceCounter(&t);
-    return (double)t.QuadPart / (double)frequency.QuadPart;
-}
-
 // Dates spread over 1900 to 2099, as a register of births and contracts holds them.
 std::vector<SYSTEMTIME> MakeDates()
 {
     static const int kDays[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     std::vector<SYSTEMTIME> dates(kCount);
-    unsigned long long state = 88172645463325252ull;
+    bench::Random random;
     for (SYSTEMTIME& d : dates) {
-        state ^= state << 13;
-        state ^= state >> 7;
-        state ^= state << 17;
+        unsigned long long state = random.Next();
         memset(&d, 0, sizeof d);
         d.wYear = (WORD)(1900 + state % 200);
         d.wMonth = (WORD)(1 + (state >> 8) % 12);
         d.wDay = (WORD)(1 + (state >> 16) % kDays[d.wMonth - 1]);
     }
     return dates;
-}
-
-template <class Body> double Best(Body body)
-{
-    double best = 1e30;
-    for (int r = 0; r < kRounds; ++r) {
-        double start = Now();
-        body();
-        double t = Now() - start;
-        if (t < best)
-            best = t;
-    }
-    return best;
 }
 
 } // namespace
@@ -69,12 +45,12 @@ int main()
     }
     std::vector<char> ours((size_t)kCount * kTextSize), theirs((size_t)kCount * kTextSize);
 
-    double tOurs = Best([&] {
+    double tOurs = bench::Best(kRounds, [&] {
         char* o = ours.data();
         for (int i = 0; i < kCount; ++i, o += kTextSize)
             FormatData(&stored[(size_t)i * 3], HCLASS_DATE, HTYPE_YMD, "dd/mm/yyyy", o, kTextSize, nullptr, 0);
     });
-    double tTheirs = Best([&] {
+    double tTheirs = bench::Best(kRounds, [&] {
         char* t = theirs.data();
         for (int i = 0; i < kCount; ++i, t += kTextSize)
             GetDateFormatA(LOCALE_USER_DEFAULT, 0, &dates[i], "dd/MM/yyyy", t, kTextSize);

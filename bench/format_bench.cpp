@@ -2,6 +2,7 @@
 // in the same run: msvcrt's _snprintf("%.2f") plus GetNumberFormatA with the
 // same layout as '#,##0.00', and msvcrt's strtod. Prints times and ratios.
 #include "quill32.h"
+#include "bench.h"
 #include <stdio.h>
 #include <string.h>
 #include <vector>
@@ -15,42 +16,17 @@ constexpr int kTextSize = 64;
 typedef int(__cdecl* SnprintfProc)(char*, size_t, const char*, ...);
 typedef double(__cdecl* StrtodProc)(const char*, char**);
 
-double Now()
-{
-    static LARGE_INTEGER frequency;
-    if (!frequency.QuadPart)
-        QueryPerformanceFrequency(&frequency);
-    LARGE_INTEGER t;
-    QueryPerformanceCounter(&t);
-    return (double)t.QuadPart / (double)frequency.QuadPart;
-}
-
 // Amounts in cents between -10 million and 10 million, as a ledger holds them.
 std::vector<double> MakeValues()
 {
     std::vector<double> values(kCount);
-    unsigned long long state = 88172645463325252ull;
+    bench::Random random;
     for (double& v : values) {
-        state ^= state << 13;
-        state ^= state >> 7;
-        state ^= state << 17;
+        unsigned long long state = random.Next();
         long long cents = (long long)(state % 2000000000ull) - 1000000000ll;
         v = (double)cents / 100.0;
     }
     return values;
-}
-
-template <class Body> double Best(Body body)
-{
-    double best = 1e30;
-    for (int r = 0; r < kRounds; ++r) {
-        double start = Now();
-        body();
-        double t = Now() - start;
-        if (t < best)
-            best = t;
-    }
-    return best;
 }
 
 void Report(const char* what, double ours, const char* peer, double theirs)
@@ -80,7 +56,7 @@ int main()
     char* t = theirs.data();
     char* p = plain.data();
 
-    double tFormat = Best([&] {
+    double tFormat = bench::Best(kRounds, [&] {
         for (int i = 0; i < kCount; ++i)
             FormatData(&values[i], HCLASS_NUMBER, 'd', "#,##0.00", o + i * kTextSize, kTextSize, nullptr, FALSE);
     });
@@ -93,13 +69,13 @@ int main()
     layout.lpDecimalSep = decimal;
     layout.lpThousandSep = thousand;
     layout.NegativeOrder = 1; // "-1.1"
-    double tPlatform = Best([&] {
+    double tPlatform = bench::Best(kRounds, [&] {
         for (int i = 0; i < kCount; ++i) {
             crtSnprintf(p + i * kTextSize, kTextSize, "%.2f", values[i]);
             GetNumberFormatA(LOCALE_USER_DEFAULT, 0, p + i * kTextSize, &layout, t + i * kTextSize, kTextSize);
         }
     });
-    double tSnprintf = Best([&] {
+    double tSnprintf = bench::Best(kRounds, [&] {
         for (int i = 0; i < kCount; ++i)
             crtSnprintf(p + i * kTextSize, kTextSize, "%.2f", values[i]);
     });
@@ -110,11 +86,11 @@ int main()
             printf("differs: ours '%s' platform '%s'\n", o + i * kTextSize, t + i * kTextSize);
 
     std::vector<double> parsed(kCount), read(kCount);
-    double tParse = Best([&] {
+    double tParse = bench::Best(kRounds, [&] {
         for (int i = 0; i < kCount; ++i)
             ParseData(nullptr, &parsed[i], HCLASS_NUMBER, 'd', "#,##0.00", o + i * kTextSize, nullptr);
     });
-    double tStrtod = Best([&] {
+    double tStrtod = bench::Best(kRounds, [&] {
         for (int i = 0; i < kCount; ++i)
             read[i] = crtStrtod(p + i * kTextSize, nullptr);
     });
