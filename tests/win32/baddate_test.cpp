@@ -96,4 +96,45 @@ TEST_F(BadDateWindow, GoodDatesAndSilencedControlsSendNothing)
     EXPECT_TRUE(FromControl().empty()) << Describe(parent.seen);
 }
 
+// Hosts call the date and key routines by name, with the documented arguments.
+TEST_F(BadDateWindow, TheDateAndKeyRoutinesAreExportedWithTheirDocumentedArguments)
+{
+    HMODULE dll = GetModuleHandleA("QUILL32.dll");
+    ASSERT_TRUE(dll);
+    static const char* const kNames[] = {"DateTimeToData", "DataToDateTime", "HDateFormat",   "HDateParse",
+                                         "HDateCheck",     "HTimeCheck",     "HDateBuildMask", "HDataTypeChar",
+                                         "HDataDeleteChar"};
+    for (const char* name : kNames)
+        EXPECT_TRUE(GetProcAddress(dll, name)) << name;
+    EXPECT_FALSE(GetProcAddress(dll, "HStrInsertFill")); // an internal string helper
+
+    char mask[128];
+    HDateBuildMask("dd mmmm yyyy", 1, 0, mask);
+    EXPECT_STREQ("mm/dd/yyyy", mask);
+    HDateTime r;
+    EXPECT_EQ(1, HDateParse(&r, "03/07/2026", "dd mmmm yyyy", 1, 0));
+    char text[64];
+    EXPECT_EQ(22, HDateFormat(&r, "Dddd, d Mmmm yyyy", text, sizeof text, 0, 1, 0));
+    EXPECT_STREQ("Saturday, 7 March 2026", text);
+    r.bDay = 30;
+    r.bMonth = 2;
+    EXPECT_EQ(0, HDateCheck(ctl, &r, 1, 1, 1, 1));
+    EXPECT_EQ(28, r.bDay);
+    const std::vector<SeenMsg> expected = {{WM_COMMAND, 41, HN_BADDATE, ctl}};
+    EXPECT_TRUE(FromControl() == expected) << Describe(parent.seen);
+    r.bHour = 14;
+    EXPECT_EQ(0, HTimeCheck(nullptr, &r, 1, 1, 1, 0, 0));
+    EXPECT_EQ(12, r.bHour);
+
+    char field[16] = "__-__";
+    int advance = -1, repaint = -1;
+    EXPECT_EQ(0, HDataTypeChar(HCLASS_MASKED, HTYPE_STRING, field, "##-##", 2, '3', &advance, &repaint));
+    EXPECT_STREQ("__-3_", field);
+    EXPECT_EQ(2, advance);
+    EXPECT_EQ(2, repaint);
+    char number[16] = "0.05";
+    EXPECT_EQ(1, HDataDeleteChar(HCLASS_NUMBER, HTYPE_DOUBLE, number, "0.00", 3));
+    EXPECT_STREQ("0.00", number);
+}
+
 } // namespace
