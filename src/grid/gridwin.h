@@ -51,3 +51,32 @@ BOOL HGClampSelection(HGridWindow* gw, LONG anchorRecord, LONG curRecord);
 BOOL HGEditorClose(HGridWindow* gw);
 // Repaints the row at the next paint.
 void HGInvalidateRow(HGridWindow* gw, int row);
+
+// ---- Layout, scrolling and the row cache (the layout file's) ----
+// The full repaint behind most changes: metrics, top row, selection, repaint.
+void HGRelayout(HGridWindow* gw, BOOL erase);
+// Computes visibleRows, the row cache, vScale and both scroll bars.
+void HGUpdateScroll(HGridWindow* gw);
+void HGScroll(HGridWindow* gw, LONG cols, LONG rows, BOOL moveEditor);
+// Client rectangle below the bar and the column headers, right of the row headers.
+void HGBodyRect(HGridWindow* gw, RECT* rect);
+void HGEmptyRows(HGridWindow* gw, BOOL repaint);
+LONG HGCacheFill(HGridWindow* gw, BOOL atFront);
+
+// ---- Current cell, selection and editors ----
+// The one road by which the current cell changes; 0 without fields or records.
+BOOL HGMoveTo(HGridWindow* gw, int col, int row, BOOL extend, BOOL scroll);
+BOOL HGRowSelected(HGridWindow* gw, int row);
+void HGMultiSelect(HGridWindow* gw, int col, int row, BOOL shift, BOOL ctrl);
+void HGEditCommit(HGridWindow* gw);
+void HGEditCancel(HGridWindow* gw);
+// Gives a field its editor window when it meets the grid window; 1 on success.
+BOOL HGEditorAttach(HGridWindow* gw, HGridData* grid, HGField* field);
+// Sets the cursor of a WM_SETCURSOR; 1 if it set one.
+BOOL HGSetCursor(HGridWindow* gw, UINT hitTest);
+
+// ---- The window's messages ----
+// Everything of the class handler but creation, end, painting, sizing and
+// scrolling: the standard messages, the shared pair of brushes and the HGM_
+// block. Sets *notHandled for default processing.
+LRESULT HGridMessage(HGridWindow* gw, UINT msg, WPARAM wParam, LPARAM lParam, LPBOOL notHandled);
