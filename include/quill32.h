@@ -494,6 +494,101 @@
 #define IDC_HGRID_BAREDITOR 4186
 #define IDC_HGRID_BARRECORD 4187
 
+/* ---- HComb ---- */
+/* Styles, low word */
+#define HCS_DROPLIST 0x0001   /* the list drops down from a button; otherwise it stands open */
+#define HCS_EDITABLE 0x0008   /* the top child is an HEdit_SS; otherwise a one-item HList */
+#define HCS_FRAME3D 0x0010    /* three-dimensional frames */
+#define HCS_FOCUSBRUSH 0x0020 /* focus brush */
+#define HCS_WANTKEYS 0x1000   /* all keys; Tab, Enter and Escape are notified */
+/* Notifications */
+#define HCN_SELCHANGE 1
+#define HCN_DBLCLK 2
+#define HCN_SETFOCUS 4
+#define HCN_KILLFOCUS 5
+#define HCN_EDITUPDATE 6
+#define HCN_DROPDOWN 7
+#define HCN_EDITCHANGE 8
+/* Messages; the older numbers 0x400 to 0x418 are CB_ messages plus 0x2C0 */
+#define HCM_SYSKEY 0x4FB
+#define HM_CHILDFOCUS 0x4FC /* from the subclassed top child: it gained the focus */
+#define HM_CHILDBLUR 0x4FD  /* from the subclassed top child: it lost the focus */
+#define HCM_GETDROPHEIGHT 0x511
+#define HCM_SETDROPHEIGHT 0x512
+#define HCM_OLDFIRST 0x400
+#define HCM_OLDLAST 0x418
+#define HCM_OLDOFFSET 0x2C0
+
+/* ---- HTool ---- */
+#define HTS_BOTTOM 0x0001     /* docks at the bottom; wins over all others */
+#define HTS_LEFT 0x0002       /* docks at the left */
+#define HTS_RIGHT 0x0004      /* docks at the right; wins over HTS_LEFT */
+#define HTS_OWNLENGTH 0x0008  /* keeps its own length along the edge */
+#define HTS_FONTGIVEN 0x8000  /* hFont came by WM_SETFONT and is not the bar's to delete */
+#define HTM_GETBRUSH 0x40C
+#define HTM_SETBRUSH 0x40D
+#define HTM_GETBARSIZE 0x410
+#define HTM_SETBARSIZE 0x411
+
+/* ---- HEdit ---- */
+/* Style bits, low word of dwStyle */
+#define HES_CENTER 0x0001     /* centred outside editing */
+#define HES_RIGHT 0x0002      /* right-aligned outside editing */
+#define HES_UPPERCASE 0x0008  /* typed characters forced to upper case */
+#define HES_LOWERCASE 0x0010  /* typed characters forced to lower case */
+#define HES_PASSWORD 0x0020   /* draws passwordChar; no cut or copy */
+#define HES_AUTOHSCROLL 0x0080 /* the text scrolls horizontally */
+#define HES_KEEPSEL 0x0100    /* the selection stays visible without the focus */
+#define HES_FRAME3D 0x0200    /* three-dimensional frame */
+#define HES_FOCUSBRUSH 0x0400 /* focusBrush while focused */
+#define HES_EDITRIGHT 0x0800  /* right-aligned while editing; set by itself for class z */
+#define HES_WANTKEYS 0x1000   /* wants all keys */
+/* Class bits of wFlags, read with HEM_GETFLAGS */
+#define HEF_DISPLAY 0x0002
+#define HEF_RIGHT 0x0004
+#define HEF_CENTER 0x0008
+#define HEF_REPLACING 0x0010
+#define HEF_LIMITED 0x0020
+#define HEF_DIRTY 0x0040
+#define HEF_ALTCOLOR 0x0080
+#define HEF_SKIPCHAR 0x0100
+#define HEF_THUMB 0x0200
+#define HEF_FOCUS 0x0400
+#define HEF_EMPTY 0x4000
+/* Messages; the older numbers 0x400 to 0x41D are the EM_ messages plus 0x350 */
+#define HEM_OLDFIRST 0x400
+#define HEM_OLDLAST 0x41D
+#define HEM_OLDOFFSET 0x350
+#define HEM_GETDATA 0x428
+#define HEM_SETDATA 0x429
+#define HEM_GETTEXTRECT 0x42A
+#define HEM_SETTEXTRECT 0x42B
+#define HEM_GETLIMIT 0x42C
+#define HEM_GETOVERWRITE 0x42D
+#define HEM_SETOVERWRITE 0x42E
+#define HEM_GETPASSWORDCHAR 0x42F
+#define HEM_SETPASSWORDCHAR 0x430
+#define HEM_GETFIRSTCHAR 0x431
+#define HEM_SETFIRSTCHAR 0x432
+#define HEM_COMMIT 0x435
+#define HEM_GETVALIDATE 0x436
+#define HEM_SETVALIDATE 0x437
+#define HEM_VALIDATE 0x438
+#define HEM_GETSELTEXT 0x439
+#define HEM_INSERTTEXT 0x43A
+#define HEM_GETFLAGS 0x475
+#define HEM_SETFLAGS 0x476
+#define HEM_GETTEXTPTR 0x481
+#define HEM_GETMASKPTR 0x482
+/* Notifications */
+#define HEN_SETFOCUS 0x100
+#define HEN_KILLFOCUS 0x200
+#define HEN_CHANGE 0x300
+#define HEN_UPDATE 0x400
+#define HEN_MAXTEXT 0x501
+#define HEN_HSCROLL 0x601
+#define HEN_DBLCLK 0x10C
+
 /* @@SECTION defines: later families add their constants above this line */
 
 #ifndef RC_INVOKED
@@ -702,6 +797,9 @@ typedef struct HImage {
     HANDLE handle;    /* the HBITMAP or HICON */
     HPALETTE palette; /* the palette of HIMAGE_DIB, else 0 */
 } HImage;
+
+/* Validator of an HEdit value (HEM_SETVALIDATE): the control, its id and its stored value. */
+typedef int(CALLBACK *HEDITVALIDATEPROC)(HWND hWnd, LONG id, LPVOID value);
 
 /* @@SECTION types: later families add their records above this line */
 
@@ -923,6 +1021,26 @@ BOOL QUILLAPI HLSetCodeLink(HWND hWnd, LPVOID link, BOOL select);
 
 /* ---- HButt ---- */
 int QUILLAPI LoadDefTypeText(int type, LPSTR buffer, int size, LPCSTR text);
+
+/* ---- HComb ---- */
+LONG QUILLAPI HCAddItems(HWND hWnd, LONG count, LPVOID items);
+LONG QUILLAPI HCAddItemsEx(HWND hWnd, LONG count, LPVOID items, LPVOID codes);
+LONG QUILLAPI HCAddItemEx(HWND hWnd, LPVOID data, LPVOID code);
+LONG QUILLAPI HCDeleteItems(HWND hWnd, UINT how, LONG count, LPVOID items);
+LONG QUILLAPI HCGetItems(HWND hWnd, LONG count, UINT what, LPVOID out, UINT how, LPVOID items);
+LONG QUILLAPI HCInsertItems(HWND hWnd, LONG index, LONG count, LPVOID items);
+LONG QUILLAPI HCInsertItemsEx(HWND hWnd, LONG index, LONG count, LPVOID items, LPVOID codes);
+LONG QUILLAPI HCInsertItemEx(HWND hWnd, LONG index, LPVOID data, LPVOID code);
+LONG QUILLAPI HCInsertStringEx(HWND hWnd, LONG index, LPCSTR dataText, LPCSTR codeText);
+int QUILLAPI GetDropHeight(LPCSTR *text);
+LRESULT CALLBACK MouseHookProc(int code, WPARAM wParam, LPARAM lParam);
+
+/* ---- HTool ---- */
+#ifndef QUILL32_NATIVE
+HWND QUILLAPI HToolCreate(HINSTANCE hInstance, LPCSTR templateName, HWND parent, HWND notify, DWORD style,
+                          int id, int x, int y);
+void QUILLAPI HToolUpdate(HWND hWnd);
+#endif
 
 /* @@SECTION functions: later families add their prototypes above this line */
 
