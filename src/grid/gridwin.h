@@ -52,17 +52,6 @@ BOOL HGEditorClose(HGridWindow* gw);
 // Repaints the row at the next paint.
 void HGInvalidateRow(HGridWindow* gw, int row);
 
-// ---- Layout, scrolling and the row cache (the layout file's) ----
-// The full repaint behind most changes: metrics, top row, selection, repaint.
-void HGRelayout(HGridWindow* gw, BOOL erase);
-// Computes visibleRows, the row cache, vScale and both scroll bars.
-void HGUpdateScroll(HGridWindow* gw);
-void HGScroll(HGridWindow* gw, LONG cols, LONG rows, BOOL moveEditor);
-// Client rectangle below the bar and the column headers, right of the row headers.
-void HGBodyRect(HGridWindow* gw, RECT* rect);
-void HGEmptyRows(HGridWindow* gw, BOOL repaint);
-LONG HGCacheFill(HGridWindow* gw, BOOL atFront);
-
 // ---- Current cell, selection and editors ----
 // The one road by which the current cell changes; 0 without fields or records.
 BOOL HGMoveTo(HGridWindow* gw, int col, int row, BOOL extend, BOOL scroll);

@@ -4,6 +4,7 @@
 #include "frame/frame.h"
 #include "frame/strings.h"
 #include "grid/grid.h"
+#include "grid/gridpaint.h"
 #include "grid/gridwin.h"
 #include "seam.h"
 
@@ -197,6 +198,10 @@ void HGridRegister()
     // Removing a field reaches the selection and the editor through these.
     g_gridWindowHooks.editorClose = HGEditorClose;
     g_gridWindowHooks.clampSelection = HGClampSelection;
+    // Layout and painting reach the current cell and the selection through these.
+    g_gridEditHooks.moveTo = HGMoveTo;
+    g_gridEditHooks.rowSelected = HGRowSelected;
+    g_gridEditHooks.editCommit = HGEditCommit;
 }
 
 extern "C" LRESULT CALLBACK HGridWnd(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
@@ -212,10 +217,12 @@ extern "C" LRESULT CALLBACK HGridMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
     case WM_NCCREATE:
         if (!lParam || !HGridCreateWindow(hWnd, (const CREATESTRUCTA*)lParam))
             return 0;
+        gw = nullptr; // the new record waits for the next message
         break;
     case WM_NCDESTROY:
         if (gw)
             HGridEndWindow(hWnd, gw);
+        gw = nullptr; // freed: the rest is default processing
         break;
     case HM_GETSTYLE: // the grid's record has no extended head: the pair is its style word
         if (gw)
@@ -229,7 +236,10 @@ extern "C" LRESULT CALLBACK HGridMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         return 1;
     }
     // Called by a host without a record, or without the flag, it answers nothing.
-    if (notHandled)
-        *notHandled = TRUE;
+    if (!notHandled)
+        return 0;
+    if (gw)
+        return HGridMessage(gw, msg, wParam, lParam, notHandled);
+    *notHandled = TRUE;
     return 0;
 }
