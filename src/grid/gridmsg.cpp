@@ -279,9 +279,7 @@ Answer SetMetric(HGridWindow* gw, SHORT* slot, SHORT value, LPARAM relayout)
 void SilentScroll(HGridWindow* gw, LONG cols, LONG rows)
 {
     gw->wFlags |= HGW_SILENT;
-    HGScroll(gw, cols, rows, TRUE);
-    if (IsWindow(gw->hWnd))
-        gw->wFlags &= (WORD)~HGW_SILENT; // a scroll of no distance leaves it behind
+    HGScroll(gw, cols, rows, TRUE); // which clears the bit
 }
 
 LRESULT GetCell(SHORT col, SHORT row, LPARAM out)
