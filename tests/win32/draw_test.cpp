@@ -3,6 +3,7 @@
 // and the transparent colour.
 #include "wintest.h"
 
+#include <string>
 #include <vector>
 
 namespace {
@@ -58,75 +59,52 @@ int GdiHeadroom() // also used by the image tests
 namespace {
 
 const COLORREF kMarker = RGB(1, 2, 3);
+std::string RectString(RECT r)
+{
+    return std::to_string(r.left) + "," + std::to_string(r.top) + "," + std::to_string(r.right) + "," + std::to_string(r.bottom);
+}
 const COLORREF kWhite = RGB(255, 255, 255), kBlack = RGB(0, 0, 0), kRed = RGB(255, 0, 0), kLime = RGB(0, 255, 0);
 COLORREF Shadow() { return GetSysColor(COLOR_BTNSHADOW); }
 COLORREF Face() { return GetSysColor(COLOR_BTNFACE); }
 
-TEST(Draw3DBorder, EachStyleDrawsItsPensAndShrinksTheRectangle)
+TEST(Draw3DBorder, EachStyleDrawsItsPensFillsAndShrinksTheRectangle)
 {
-    enum Pen { S, W, B, F, None };
-    struct Row { int style; Pen outerTL, outerBR, innerTL, innerBR; int shrink; };
+    enum Pen { S, W, B, F, R, M }; // shadow, white, black, face, the selected red brush, the marker left alone
+    struct Row { int style; BOOL fill; Pen outerTL, outerBR, innerTL, innerBR, inside; int shrink; };
     const Row rows[] = {
-        {0, S, W, None, None, 1}, {1, W, S, None, None, 1}, {2, W, S, S, W, 2},
-        {3, S, W, B, F, 2},       {4, W, S, W, S, 2},
+        {0, TRUE, S, W, R, R, R, 1}, {1, TRUE, W, S, R, R, R, 1}, {2, TRUE, W, S, S, W, R, 2},
+        {3, TRUE, S, W, B, F, R, 2}, {4, TRUE, W, S, W, S, R, 2}, {2, FALSE, W, S, S, W, M, 2},
+        {5, TRUE, M, M, M, M, M, 0}, // draws nothing
     };
-    auto colour = [](Pen p) { return p == S ? Shadow() : p == W ? kWhite : p == B ? kBlack : Face(); };
+    auto colour = [](Pen p) {
+        const COLORREF c[] = {Shadow(), kWhite, kBlack, Face(), kRed, kMarker};
+        return c[p];
+    };
     for (const Row& row : rows) {
         Canvas c(20, 20, kMarker);
         HBRUSH red = CreateSolidBrush(kRed);
         HGDIOBJ oldBrush = SelectObject(c.dc, red);
         RECT r = {0, 0, 20, 20};
-        Draw3DBorder(c.dc, &r, row.style, TRUE);
-        SCOPED_TRACE(row.style);
-        EXPECT_EQ(c.at(0, 10), colour(row.outerTL));
-        EXPECT_EQ(c.at(10, 0), colour(row.outerTL));
-        EXPECT_EQ(c.at(19, 10), colour(row.outerBR));
-        EXPECT_EQ(c.at(10, 19), colour(row.outerBR));
-        EXPECT_EQ(c.at(19, 0), colour(row.outerBR)) << "top-right corner: second pen";
-        EXPECT_EQ(c.at(0, 19), colour(row.outerBR)) << "bottom-left corner: second pen";
-        if (row.innerTL != None) {
-            EXPECT_EQ(c.at(1, 10), colour(row.innerTL));
-            EXPECT_EQ(c.at(18, 10), colour(row.innerBR));
-        }
-        EXPECT_EQ(c.at(10, 10), kRed) << "the selected brush fills";
-        EXPECT_EQ(r.left, row.shrink);
-        EXPECT_EQ(r.top, row.shrink);
-        EXPECT_EQ(r.right, 20 - row.shrink);
-        EXPECT_EQ(r.bottom, 20 - row.shrink);
+        Draw3DBorder(c.dc, &r, row.style, row.fill);
+        SCOPED_TRACE(testing::Message() << "style " << row.style << " fill " << row.fill);
+        const struct { int x, y; Pen pen; } points[] = {
+            {0, 10, row.outerTL}, {10, 0, row.outerTL}, {19, 10, row.outerBR}, {10, 19, row.outerBR},
+            {19, 0, row.outerBR}, {0, 19, row.outerBR}, // the corners take the second pen
+            {1, 10, row.innerTL}, {18, 10, row.innerBR}, {10, 10, row.inside},
+        };
+        for (const auto& p : points)
+            EXPECT_EQ(c.at(p.x, p.y), colour(p.pen)) << p.x << "," << p.y;
+        EXPECT_EQ(RectString(r), RectString({row.shrink, row.shrink, 20 - row.shrink, 20 - row.shrink}));
         SelectObject(c.dc, oldBrush);
         DeleteObject(red);
     }
 }
 
-TEST(Draw3DBorder, WithoutFillTheInsideStaysAndStyle5DrawsNothing)
-{
-    Canvas c(20, 20, kMarker);
-    RECT r = {0, 0, 20, 20};
-    Draw3DBorder(c.dc, &r, 2, FALSE);
-    EXPECT_EQ(c.at(10, 10), kMarker);
-    RECT five = {0, 0, 20, 20};
-    Canvas d(20, 20, kMarker);
-    Draw3DBorder(d.dc, &five, 5, TRUE);
-    EXPECT_EQ(d.at(0, 0), kMarker);
-    EXPECT_EQ(d.at(10, 10), kMarker);
-    EXPECT_EQ(five.right, 20);
-    EXPECT_EQ(five.left, 0);
-}
-
 // The face rectangle DrawPushButton hands back, as offsets from each side;
 // pressed, the face keeps its right and bottom and moves its top-left corner.
-struct Face4 { int left, top, right, bottom; };
-Face4 FaceOf(int depth, UINT options)
-{
-    Canvas c(40, 30, kMarker);
-    RECT r = {0, 0, 40, 30};
-    DrawPushButton(nullptr, c.dc, &r, depth, options | DPB_RETURNRECT, nullptr, nullptr, nullptr, 0);
-    return {r.left, r.top, 40 - r.right, 30 - r.bottom};
-}
-
 TEST(DrawPushButton, BevelDepthAndPressedShiftSetTheFace)
 {
-    struct Row { int depth; UINT options; Face4 face; const char* what; };
+    struct Row { int depth; UINT options; RECT face; const char* what; };
     const Row rows[] = {
         {0, 0, {2, 2, 2, 2}, "depth 0: frame and one pass"},
         {1, 0, {3, 3, 3, 3}, "depth 1: a white and a face pass"},
@@ -140,58 +118,41 @@ TEST(DrawPushButton, BevelDepthAndPressedShiftSetTheFace)
         {2, DPB_PRESSED, {4, 4, 1, 1}, "pressed depth 2: one line and a shift of 2"},
         {3, DPB_PRESSED, {7, 7, 1, 1}, "pressed depth 3: three lines and a shift of 3"},
     };
-    for (const Row& r : rows) {
-        Face4 f = FaceOf(r.depth, r.options);
-        EXPECT_EQ(f.left, r.face.left) << r.what;
-        EXPECT_EQ(f.top, r.face.top) << r.what;
-        EXPECT_EQ(f.right, r.face.right) << r.what;
-        EXPECT_EQ(f.bottom, r.face.bottom) << r.what;
+    for (const Row& row : rows) {
+        Canvas c(40, 30, kMarker);
+        RECT r = {0, 0, 40, 30};
+        DrawPushButton(nullptr, c.dc, &r, row.depth, row.options | DPB_RETURNRECT, nullptr, nullptr, nullptr, 0);
+        EXPECT_EQ(RectString({r.left, r.top, 40 - r.right, 30 - r.bottom}), RectString(row.face)) << row.what;
     }
 }
 
-TEST(DrawPushButton, RaisedBevelIsWhiteAboveAndShadowBelow)
-{
-    Canvas c(40, 30, kMarker);
-    RECT r = {0, 0, 40, 30};
-    DrawPushButton(nullptr, c.dc, &r, 1, 0, nullptr, nullptr, nullptr, 0);
-    EXPECT_EQ(c.at(20, 0), kBlack) << "frame";
-    EXPECT_EQ(c.at(20, 1), kWhite) << "first pass";
-    EXPECT_EQ(c.at(20, 28), Shadow());
-    EXPECT_EQ(c.at(20, 2), Face()) << "the odd depth's face pass";
-    EXPECT_EQ(c.at(20, 27), Shadow());
-    EXPECT_EQ(c.at(20, 15), Face());
-}
-
-TEST(DrawPushButton, PressedFaceHasShadowOnlyAtTopAndLeft)
-{
-    Canvas c(40, 30, kMarker);
-    RECT r = {0, 0, 40, 30};
-    DrawPushButton(nullptr, c.dc, &r, 2, DPB_PRESSED, nullptr, nullptr, nullptr, 0);
-    EXPECT_EQ(c.at(1, 15), Shadow());
-    EXPECT_EQ(c.at(20, 1), Shadow());
-    EXPECT_EQ(c.at(38, 15), Face());
-    EXPECT_EQ(c.at(20, 28), Face());
-}
-
-TEST(DrawPushButton, CutCornersShowTheParentsBrushAndSquareOnesAreBlack)
+// Raised, the bevel is white above and shadow below; pressed, shadow only at
+// top and left; round corners show the parent's brush, square ones are black.
+TEST(DrawPushButton, BevelColoursAndCutCornersShowTheParentsBrush)
 {
     TestParent parent;
-    HBRUSH blue = CreateSolidBrush(RGB(0, 0, 255));
+    const COLORREF kBlue = RGB(0, 0, 255);
+    HBRUSH blue = CreateSolidBrush(kBlue);
     parent.colorReply = blue;
     HWND button = parent.Child("STATIC", "", WS_CHILD, 7);
-    Canvas c(40, 30, kMarker);
-    RECT r = {0, 0, 40, 30};
-    DrawPushButton(button, c.dc, &r, 2, 0, nullptr, nullptr, nullptr, 0);
-    EXPECT_EQ(c.at(0, 0), RGB(0, 0, 255));
-    EXPECT_EQ(c.at(39, 29), RGB(0, 0, 255));
-    EXPECT_EQ(c.at(1, 0), kBlack);
-    ASSERT_FALSE(parent.seen.empty());
-    EXPECT_EQ(parent.seen.back().msg, (UINT)WM_CTLCOLORBTN);
-    parent.seen.clear();
-    RECT s = {0, 0, 40, 30};
-    DrawPushButton(button, c.dc, &s, 2, DPB_SQUARE, nullptr, nullptr, nullptr, 0);
-    EXPECT_EQ(c.at(0, 0), kBlack);
-    EXPECT_TRUE(parent.seen.empty()) << "a square button asks no brush";
+    // Each row draws for the button window, or for none when it does not ask the brush.
+    const struct { int depth; UINT options; std::vector<std::pair<POINT, COLORREF>> pixels; bool asksBrush; } rows[] = {
+        {1, 0, {{{20, 0}, kBlack}, {{20, 1}, kWhite}, {{20, 2}, Face()}, {{20, 15}, Face()}, {{20, 27}, Shadow()},
+                {{20, 28}, Shadow()}, {{0, 0}, kBlue}, {{39, 29}, kBlue}, {{1, 0}, kBlack}}, true},
+        {2, DPB_PRESSED, {{{1, 15}, Shadow()}, {{20, 1}, Shadow()}, {{38, 15}, Face()}, {{20, 28}, Face()}}, false},
+        {2, DPB_SQUARE, {{{0, 0}, kBlack}, {{39, 29}, kBlack}}, false},
+    };
+    for (const auto& row : rows) {
+        Canvas c(40, 30, kMarker);
+        RECT r = {0, 0, 40, 30};
+        parent.seen.clear();
+        bool window = row.asksBrush || (row.options & DPB_SQUARE);
+        DrawPushButton(window ? button : nullptr, c.dc, &r, row.depth, row.options, nullptr, nullptr, nullptr, 0);
+        for (const auto& p : row.pixels)
+            EXPECT_EQ(c.at(p.first.x, p.first.y), p.second) << "options " << row.options << " at " << p.first.x << "," << p.first.y;
+        if (window)
+            EXPECT_EQ(row.asksBrush, !parent.seen.empty() && parent.seen.back().msg == WM_CTLCOLORBTN) << "options " << row.options;
+    }
     DeleteObject(blue);
 }
 
@@ -230,32 +191,35 @@ Ink InkColumns(UINT options, const char* text)
     return {first, last};
 }
 
-TEST(DrawPushButton, AlignmentRightWinsOverLeft)
+TEST(DrawPushButton, AlignmentRightWinsOverLeftAndDisabledTextIsGrey)
 {
-    auto left = InkColumns(DPB_LEFT, "II");
-    auto right = InkColumns(DPB_LEFT | DPB_RIGHT, "II");
-    auto centre = InkColumns(0, "II");
-    ASSERT_GE(left.first, 0);
-    EXPECT_LT(left.last, 30);
-    EXPECT_GT(right.first, 70);
-    EXPECT_GT(centre.first, 30);
-    EXPECT_LT(centre.last, 70);
+    const struct { UINT options; int firstAbove, firstBelow, lastAbove, lastBelow; } rows[] = {
+        {DPB_LEFT, 0, 100, 0, 30},
+        {DPB_LEFT | DPB_RIGHT, 70, 100, 70, 100},
+        {0, 30, 100, 0, 70},
+        {DPB_DISABLED, -2, 0, -2, 0}, // no black ink
+    };
+    for (const auto& row : rows) {
+        Ink ink = InkColumns(row.options, "II");
+        EXPECT_GT(ink.first, row.firstAbove) << row.options;
+        EXPECT_LT(ink.first, row.firstBelow) << row.options;
+        EXPECT_GT(ink.last, row.lastAbove) << row.options;
+        EXPECT_LT(ink.last, row.lastBelow) << row.options;
+    }
 }
 
-TEST(DrawPushButton, DisabledTextIsGreyAndBitmapWinsOverText)
+TEST(DrawPushButton, BitmapWinsOverText)
 {
-    auto disabled = InkColumns(DPB_DISABLED, "II");
-    EXPECT_EQ(disabled.first, -1) << "no black ink";
     HBITMAP red = CreateBitmap(4, 4, 1, 32, nullptr);
     Canvas c(100, 24, kMarker);
     HDC m = CreateCompatibleDC(c.dc);
     HGDIOBJ o = SelectObject(m, red);
-    RECT all = {0, 0, 4, 4};
     HBRUSH b = CreateSolidBrush(kRed);
+    RECT all = {0, 0, 4, 4};
     FillRect(m, &all, b);
+    DeleteObject(b);
     SelectObject(m, o);
     DeleteDC(m);
-    DeleteObject(b);
     RECT r = {0, 0, 100, 24};
     DrawPushButton(nullptr, c.dc, &r, 2, 0, "IIII", nullptr, red, 0);
     EXPECT_EQ(c.at(50, 12), kRed) << "the bitmap, centred";
@@ -279,25 +243,26 @@ HBITMAP LimeBlack()
     return b;
 }
 
-TEST(DrawTransparentBitmap, TheTransparentColourLetsTheBackgroundThrough)
+TEST(HImageDraw, TheTransparentColourLetsTheBackgroundThroughAndZeroIsOpaque)
 {
     HBITMAP b = LimeBlack();
     HImage image = {HIMAGE_BITMAP, b, nullptr};
-    Canvas c(10, 10, kRed);
-    EXPECT_EQ(HImageDraw(c.dc, &image, 3, 3, kLime), 1);
-    EXPECT_EQ(c.at(3, 3), kRed) << "lime left out";
-    EXPECT_EQ(c.at(6, 4), kBlack);
-    EXPECT_EQ(c.at(2, 3), kRed) << "nothing outside";
-    Canvas d(10, 10, kRed);
-    HImageDraw(d.dc, &image, 0, 0, 0);
-    EXPECT_EQ(d.at(0, 0), kLime) << "0 is opaque";
-    EXPECT_EQ(d.at(3, 1), kBlack) << "so black can't be left out";
+    const struct { COLORREF transparent; int x, y; COLORREF expected; const char* what; } rows[] = {
+        {kLime, 3, 3, kRed, "lime left out"},  {kLime, 6, 4, kBlack, "black drawn"},
+        {kLime, 2, 3, kRed, "nothing outside"}, {0, 3, 3, kLime, "0 is opaque"},
+        {0, 6, 4, kBlack, "so black can't be left out"},
+    };
+    for (const auto& row : rows) {
+        Canvas c(10, 10, kRed);
+        EXPECT_EQ(HImageDraw(c.dc, &image, 3, 3, row.transparent), 1);
+        EXPECT_EQ(c.at(row.x, row.y), row.expected) << row.what;
+    }
     DeleteObject(b);
 }
 
-TEST(HImageDraw, UnknownTypeDrawsNothingAndANullIconCountsAsDrawn)
+TEST(HImageDraw, UnknownTypeDrawsNothingAndNullIconOrCaptionCountAsDrawn)
 {
-    Canvas c(4, 4, kRed);
+    Canvas c(10, 10, kMarker);
     HImage none = {7, nullptr, nullptr};
     HImage icon = {HIMAGE_ICON, nullptr, nullptr};
     EXPECT_EQ(HImageDraw(c.dc, &none, 0, 0, 0), 0);
@@ -307,14 +272,9 @@ TEST(HImageDraw, UnknownTypeDrawsNothingAndANullIconCountsAsDrawn)
     EXPECT_EQ(w, -1);
     EXPECT_TRUE(HImageGetSize(&icon, &w, &h));
     EXPECT_EQ(w, GetSystemMetrics(SM_CXICON));
-}
-
-TEST(HBDrawText, ANullRecordGivesZeroAndANullCaptionDrawsEmpty)
-{
-    Canvas c(10, 10, kMarker);
-    EXPECT_FALSE(HBDrawText(c.dc, 0, 0));
+    EXPECT_FALSE(HBDrawText(c.dc, 0, 0)) << "a null record";
     struct { HCtlBaseEx base; LPSTR text; } button = {};
-    EXPECT_TRUE(HBDrawText(c.dc, (LPARAM)&button, 0));
+    EXPECT_TRUE(HBDrawText(c.dc, (LPARAM)&button, 0)) << "a null caption draws empty";
     EXPECT_EQ(c.at(5, 5), kMarker);
 }
 

@@ -105,93 +105,70 @@ TEST(ImageLoad, ResourceTypeFollowsTheVersionTest)
     HImageFree(&image, TRUE);
 }
 
-TEST(ImageLoad, TwoLoadsShareOneHandleUntilTheLastFree)
+TEST(ImageLoad, LoadsShareOneHandleAcrossCaseAndModulesUntilTheLastFree)
 {
-    HImage a, b, c;
-    ASSERT_TRUE(HImageLoad(&a, Self(), "RB3"));
-    ASSERT_TRUE(HImageLoad(&b, Self(), "rb3")) << "case of A to Z ignored";
-    EXPECT_EQ(a.handle, b.handle);
-    EXPECT_NE(HImageFree(&a, TRUE), 0);
-    EXPECT_TRUE(IsBitmap(b.handle)) << "the first free deletes nothing";
-    ASSERT_TRUE(HImageLoad(&c, nullptr, "RB3")) << "a library image serves every module";
-    EXPECT_EQ(c.handle, b.handle);
-    EXPECT_NE(HImageFree(&c, TRUE), 0);
-    EXPECT_NE(HImageFree(&b, TRUE), 0);
-    EXPECT_FALSE(IsBitmap(b.handle)) << "the last free deletes";
-}
-
-TEST(ImageLoad, FreeWithoutForceLeavesAnUncachedImage)
-{
+    const struct { HINSTANCE first, second; std::string name, again; } rows[] = {
+        {Self(), nullptr, "RB3", "rb3"}, // a library image serves every module
+        {Self(), GetModuleHandleA("QUILL32.dll"), Fixture("mono1.bmp"), Fixture("MONO1.BMP")},
+    };
+    for (const auto& row : rows) {
+        HImage a, b, c;
+        ASSERT_TRUE(HImageLoad(&a, Self(), row.name.c_str())) << row.name;
+        ASSERT_TRUE(HImageLoad(&b, row.first, row.again.c_str())) << "case of A to Z ignored";
+        ASSERT_TRUE(HImageLoad(&c, row.second, row.name.c_str())) << row.name;
+        EXPECT_EQ(a.handle, b.handle);
+        EXPECT_EQ(a.handle, c.handle);
+        EXPECT_NE(HImageFree(&a, TRUE), 0);
+        EXPECT_NE(HImageFree(&c, TRUE), 0);
+        EXPECT_TRUE(IsBitmap(b.handle)) << "a free before the last deletes nothing";
+        EXPECT_NE(HImageFree(&b, TRUE), 0);
+        EXPECT_FALSE(IsBitmap(b.handle)) << "the last free deletes";
+    }
     HBITMAP own = CreateBitmap(2, 2, 1, 1, nullptr);
     HImage image = {HIMAGE_BITMAP, own, nullptr};
-    EXPECT_EQ(HImageFree(&image, FALSE), 0);
+    EXPECT_EQ(HImageFree(&image, FALSE), 0) << "without force an uncached image stays";
     EXPECT_TRUE(IsBitmap(own));
     EXPECT_NE(HImageFree(&image, TRUE), 0);
     EXPECT_FALSE(IsBitmap(own));
 }
 
-TEST(ImageLoad, PalettedFilesLoadWithTheirColours)
+// Paletted files load with their colours, files without a colour table are
+// refused; icons load from 32-pixel images only. A name with a dot keeps it
+// through both readers: a bitmap under an icon's name is still read as a
+// bitmap, and an icon under a bitmap's name as an icon. "@": a bare name,
+// found in the application's directory.
+TEST(ImageLoad, EachFileLoadsAsItsKindWithItsColoursOrIsRefused)
 {
-    InAppDirectory found("pal8.bmp", "QAPPDIR8.BMP");
-    const std::string names[] = {Fixture("pal4.bmp"),  Fixture("pal8.bmp"), Fixture("rle8.bmp"), Fixture("core4.bmp"),
-                                 Fixture("core8.bmp"), Fixture("pal4"),     Fixture("PAL8"),     "qappdir8"};
-    for (const std::string& name : names) {
-        HImage image;
-        ASSERT_TRUE(HImageLoad(&image, Self(), name.c_str())) << name;
-        EXPECT_EQ(image.type, HIMAGE_DIB) << name;
-        EXPECT_NE(image.palette, nullptr) << name;
-        EXPECT_EQ(PixelOf(image, 2, 2), kRed) << name;
-        EXPECT_EQ(PixelOf(image, 13, 2), kLime) << name;
-        EXPECT_EQ(PixelOf(image, 2, 10), kBlue) << name;
-        EXPECT_EQ(PixelOf(image, 13, 10), kWhite) << name;
-        HImageFree(&image, TRUE);
-    }
-}
-
-TEST(ImageLoad, FilesWithoutAColourTableAreRefused)
-{
-    const char* names[] = {"rgb24.bmp", "rgb24", "rgb16.bmp", "v5rgb16.bmp", "absent.bmp"};
-    for (const char* name : names) {
-        HImage image = {HIMAGE_ICON, (HANDLE)1, (HPALETTE)1};
-        EXPECT_FALSE(HImageLoad(&image, Self(), Fixture(name).c_str())) << name;
-        EXPECT_EQ(image.handle, nullptr) << name;
-    }
-}
-
-// A name with a dot keeps it through both readers: a bitmap under an icon's
-// name is still read as a bitmap, and an icon under a bitmap's name as an icon.
-TEST(ImageLoad, IconsLoadFrom32PixelImagesOnly)
-{
-    struct Row { const char* name; SHORT type; };
-    const Row rows[] = {
-        {"three.ico", HIMAGE_ICON}, {"three", HIMAGE_ICON},  {"iconinside.bmp", HIMAGE_ICON},
-        {"big64.ico", HIMAGE_ICON}, {"notanicon.ico", HIMAGE_DIB}, {"small16.ico", HIMAGE_NONE},
-        {"true32.ico", HIMAGE_NONE}, {"@QAPPDIR3", HIMAGE_ICON},
+    const struct { const char* name; SHORT type; } rows[] = {
+        {"pal4.bmp", HIMAGE_DIB},     {"pal8.bmp", HIMAGE_DIB},       {"rle8.bmp", HIMAGE_DIB},
+        {"core4.bmp", HIMAGE_DIB},    {"core8.bmp", HIMAGE_DIB},      {"pal4", HIMAGE_DIB},
+        {"PAL8", HIMAGE_DIB},         {"@qappdir8", HIMAGE_DIB},      {"notanicon.ico", HIMAGE_DIB},
+        {"rgb24.bmp", HIMAGE_NONE},   {"rgb24", HIMAGE_NONE},         {"rgb16.bmp", HIMAGE_NONE},
+        {"v5rgb16.bmp", HIMAGE_NONE}, {"absent.bmp", HIMAGE_NONE},    {"small16.ico", HIMAGE_NONE},
+        {"true32.ico", HIMAGE_NONE},  {"three.ico", HIMAGE_ICON},     {"three", HIMAGE_ICON},
+        {"iconinside.bmp", HIMAGE_ICON}, {"big64.ico", HIMAGE_ICON},  {"@QAPPDIR3", HIMAGE_ICON},
     };
-    InAppDirectory found("three.ico", "QAPPDIR3.ICO");
-    for (const Row& r : rows) {
-        HImage image;
-        // "@": a bare name, found in the application's directory
+    InAppDirectory bitmap("pal8.bmp", "QAPPDIR8.BMP");
+    InAppDirectory icon("three.ico", "QAPPDIR3.ICO");
+    for (const auto& r : rows) {
+        HImage image = {HIMAGE_ICON, (HANDLE)1, (HPALETTE)1};
         std::string name = r.name[0] == '@' ? std::string(r.name + 1) : Fixture(r.name);
         EXPECT_EQ(HImageLoad(&image, Self(), name.c_str()), r.type != HIMAGE_NONE) << r.name;
         EXPECT_EQ(image.type, r.type) << r.name;
-        if (r.type == HIMAGE_NONE)
+        if (r.type == HIMAGE_NONE) {
+            EXPECT_EQ(image.handle, nullptr) << r.name;
             continue;
-        EXPECT_EQ(PixelOf(image, 4, 4), kRed) << r.name;
-        EXPECT_EQ(PixelOf(image, r.type == HIMAGE_ICON ? 28 : 13, 4), kLime) << r.name;
-        EXPECT_EQ(PixelOf(image, 4, r.type == HIMAGE_ICON ? 28 : 13), kBlue) << r.name;
+        }
+        int low = r.type == HIMAGE_ICON ? 4 : 2, right = r.type == HIMAGE_ICON ? 28 : 13, bottom = r.type == HIMAGE_ICON ? 28 : 10;
+        EXPECT_EQ(PixelOf(image, low, low), kRed) << r.name;
+        EXPECT_EQ(PixelOf(image, right, low), kLime) << r.name;
+        EXPECT_EQ(PixelOf(image, low, bottom), kBlue) << r.name;
+        if (r.type == HIMAGE_DIB) {
+            EXPECT_NE(image.palette, nullptr) << r.name;
+            EXPECT_EQ(PixelOf(image, 13, 10), kWhite) << r.name;
+        }
         HImageFree(&image, TRUE);
     }
-}
-
-TEST(ImageLoad, AFileIsSharedByEveryModule)
-{
-    HImage a, b;
-    ASSERT_TRUE(HImageLoad(&a, Self(), Fixture("mono1.bmp").c_str()));
-    ASSERT_TRUE(HImageLoad(&b, GetModuleHandleA("QUILL32.dll"), Fixture("MONO1.BMP").c_str()));
-    EXPECT_EQ(a.handle, b.handle);
-    HImageFree(&a, TRUE);
-    HImageFree(&b, TRUE);
 }
 
 TEST(ImageLoad, NamesTooLongForTheFileBuffersAreRefused)
