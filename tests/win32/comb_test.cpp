@@ -76,9 +76,19 @@ struct CombWin {
     }
 };
 
+// Paints ask for colours as they come; the tables compare the notifications alone.
+void KeepCommands(TestParent& p)
+{
+    std::vector<SeenMsg> kept;
+    for (const auto& m : p.seen)
+        if (m.msg == WM_COMMAND)
+            kept.push_back(m);
+    p.seen = kept;
+}
+
 enum Act { F4, ALTDOWN, ALTUP, ENTER, ESCAPE, TAB, SHOW, HIDE, BUTTON, ITEM2, BLUR, DOWN };
 
-void Run(CombWin& w, Act a)
+void Perform(CombWin& w, Act a)
 {
     switch (a) {
     case F4: w.Key(VK_F4); break;
@@ -131,10 +141,11 @@ TEST(CombDrop, OpensAndClosesByKeysClicksAndFocusWithTheirNotifications)
         CombWin w(c.style);
         ASSERT_TRUE(w.list && w.child);
         for (Act a : c.acts)
-            Run(w, a);
+            Perform(w, a);
         std::vector<SeenMsg> expected;
         for (WORD code : c.codes)
             expected.push_back(w.Note(code));
+        KeepCommands(w.parent);
         EXPECT_SEEN(w.parent, expected);
         EXPECT_EQ(c.dropped, w.Dropped());
         EXPECT_EQ(c.dropped || !(c.style & kDrop), IsWindowVisible(w.list) != FALSE);
@@ -241,6 +252,7 @@ TEST(CombSelection, ListAndChildFollowEachOtherAndOnlyTheUserIsNotified)
     EXPECT_STREQ("ch", text);
     SendMessageA(w.combo, CB_SELECTSTRING, 0, (LPARAM)"ban");
     EXPECT_EQ(2, (LONG)SendMessageA(w.child, HLM_GETCARET, 0, 0));
+    KeepCommands(w.parent);
     EXPECT_SEEN(w.parent, {});
     // The exported item routines keep the child in step too.
     LPCSTR more[] = {"damson"};
@@ -258,14 +270,17 @@ TEST(CombSelection, TypingInTheEditWalksTheListToTheFirstItemWithThePrefix)
     w.parent.seen.clear();
     SendMessageA(w.combo, WM_COMMAND, MAKEWPARAM(1, 0x300 /* HEN_CHANGE */), (LPARAM)w.child);
     EXPECT_EQ(1, w.ListCaret()); // "abacus"
+    KeepCommands(w.parent);
     EXPECT_SEEN(w.parent, {w.Note(HCN_EDITCHANGE), w.Note(HCN_SELCHANGE)});
     // The same text again moves nothing: the list is told nothing new.
     w.parent.seen.clear();
     SendMessageA(w.combo, WM_COMMAND, MAKEWPARAM(1, 0x300), (LPARAM)w.child);
+    KeepCommands(w.parent);
     EXPECT_SEEN(w.parent, {w.Note(HCN_EDITCHANGE)});
     // A notice from a window that is not the child is not the child's.
     w.parent.seen.clear();
     SendMessageA(w.combo, WM_COMMAND, MAKEWPARAM(1, 0x300), (LPARAM)w.parent.hwnd());
+    KeepCommands(w.parent);
     EXPECT_SEEN(w.parent, {});
     // Down in the edit goes to the list.
     w.Key(VK_DOWN);
@@ -300,7 +315,7 @@ TEST(CombReentrancy, ReceiversThatVetoOrDestroyInsideANotification)
             else
                 EXPECT_EQ(1, SendMessageA(combo, HM_VETO, 0, 0));
         };
-        Run(w, c.act);
+        Perform(w, c.act);
         PumpMessages();
         EXPECT_EQ(!c.destroy, IsWindow(combo) != FALSE);
         EXPECT_EQ(!c.destroy, IsWindow(list) != FALSE); // the drop list dies with its combo
