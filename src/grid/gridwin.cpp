@@ -1,6 +1,6 @@
 // What the cell layer asks of the grid window's selection, editor and
-// painting: the selection clamp, whole; the editor's close and the repaint of a
-// cell, in the plain form that stands until the editors and the layout exist.
+// painting: the selection clamp, whole; the editor's close, in the plain form
+// that stands until the editors exist; and the repaint of a row.
 #include "grid/gridwin.h"
 
 namespace {
@@ -75,17 +75,5 @@ BOOL HGEditorClose(HGridWindow* gw)
 void HGInvalidateRow(HGridWindow* gw, int row)
 {
     if (gw)
-        HGridInvalidateCell(gw->hWnd, -1, row);
-}
-
-extern "C" BOOL QUILLAPI HGridInvalidateCell(HWND hWnd, int col, int row)
-{
-    InvalidateAll(hWnd);
-    return TRUE;
-}
-
-extern "C" BOOL QUILLAPI HGridInvalidateRange(HWND hWnd, int firstCol, int firstRow, int lastCol, int lastRow)
-{
-    InvalidateAll(hWnd);
-    return TRUE;
+        HGridInvalidateRange(gw->hWnd, -1, row, -1, row); // the whole strip, row header included
 }

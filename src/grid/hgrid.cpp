@@ -113,7 +113,7 @@ BOOL HGridCreateWindow(HWND hWnd, const CREATESTRUCTA* cs)
         HCtlFreeRecord(hWnd, gw);
         return FALSE;
     }
-    InvalidateRect(hWnd, nullptr, TRUE); // the relayout, until the layout exists
+    HGRelayout(gw, TRUE);
     return TRUE;
 }
 
@@ -223,6 +223,23 @@ extern "C" LRESULT CALLBACK HGridMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         if (gw)
             HGridEndWindow(hWnd, gw);
         gw = nullptr; // freed: the rest is default processing
+        break;
+    case WM_PAINT:
+        if (gw && gw->grid)
+            return HGPaint(gw, (HDC)wParam);
+        break;
+    case WM_SIZE:
+        if (gw && gw->grid) {
+            HGGridSized(gw);
+            return 0;
+        }
+        break;
+    case WM_VSCROLL:
+    case WM_HSCROLL:
+        if (gw && gw->grid) {
+            HGOnScroll(gw, msg == WM_VSCROLL ? SB_VERT : SB_HORZ, wParam);
+            return 0;
+        }
         break;
     case HM_GETSTYLE: // the grid's record has no extended head: the pair is its style word
         if (gw)
