@@ -221,7 +221,9 @@ TEST_F(GridCells, CreationWithNewRowAddsABlankRowMarkedNew)
     ASSERT_TRUE(gw && gw->grid);
     ASSERT_EQ(1, Count());
     EXPECT_EQ(HGR_NEW, Status(0));
-    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_ROWADDED, grid}});
+    // The relayout at creation and the first WM_SIZE each tell the new vertical range.
+    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_ROWADDED, grid}, {WM_COMMAND, 7, HGN_VRANGE, grid},
+                         {WM_COMMAND, 7, HGN_VRANGE, grid}});
 }
 
 TEST_F(GridCells, WritingTheLastRowWithNewRowAddsTheNextBlankRow)
@@ -237,7 +239,10 @@ TEST_F(GridCells, WritingTheLastRowWithNewRowAddsTheNextBlankRow)
     EXPECT_EQ(HGR_NEW, Status(2));
     EXPECT_EQ(-1, col);
     EXPECT_EQ(2, row);
-    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}, {WM_COMMAND, 7, HGN_ROWADDED, grid}});
+    // The relayout after the added row: the range, then the current cell placed again.
+    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}, {WM_COMMAND, 7, HGN_ROWADDED, grid},
+                         {WM_COMMAND, 7, HGN_VRANGE, grid}, {WM_COMMAND, 7, HGN_EXTENDING, grid},
+                         {WM_COMMAND, 7, HGN_CELLMOVED, grid}});
     parent.seen.clear();
     EXPECT_TRUE(HGSetCellData(grid, 0, 0, &kSeven)); // not the last row: nothing added
     EXPECT_EQ(3, Count());
