@@ -372,16 +372,16 @@ void HEditSetSel(HEditRecord* r, int mode, LONG anchor, LONG caret)
     HEditPlaceCaret(r, caret);
     LONG newLow = r->anchor < r->caret ? r->anchor : r->caret;
     LONG newHigh = r->anchor < r->caret ? r->caret : r->anchor;
+    // Repaint only what changed: what left the selection with erase, what came in without.
     if (oldLow == oldHigh) {
         HEditInvalidateRange(r, newLow, newLow + 1, TRUE);
-    } else {
-        HEditInvalidateRange(r, oldLow, newLow < oldHigh ? newLow : oldHigh, TRUE);
-        HEditInvalidateRange(r, newHigh > oldLow ? newHigh : oldLow, oldHigh, TRUE);
+        HEditInvalidateRange(r, newLow, newHigh, FALSE);
+        return;
     }
-    if (newLow != newHigh) {
-        HEditInvalidateRange(r, newLow, oldLow < newHigh && oldLow != oldHigh ? oldLow : newHigh, FALSE);
-        HEditInvalidateRange(r, oldHigh > newLow && oldLow != oldHigh ? oldHigh : newHigh, newHigh, FALSE);
-    }
+    HEditInvalidateRange(r, oldLow, oldHigh < newLow ? oldHigh : newLow, TRUE);
+    HEditInvalidateRange(r, oldLow > newHigh ? oldLow : newHigh, oldHigh, TRUE);
+    HEditInvalidateRange(r, newLow, newHigh < oldLow ? newHigh : oldLow, FALSE);
+    HEditInvalidateRange(r, newLow > oldHigh ? newLow : oldHigh, newHigh, FALSE);
 }
 
 void HEditOnHScroll(HEditRecord* r, WPARAM wParam)

@@ -26,6 +26,23 @@ int HEditFitIn(HDC dc, LPCSTR text, int count, int width, bool fromEnd)
     return 0;
 }
 
+// The visible part of the text by alignment: left from firstChar, right up to
+// the characters scrolled off the right, centred whole.
+typedef void (*HEditTextPainter)(HEditRecord* r, HDC dc, LONG length, LONG first, char pw);
+void HEditPaintLeft(HEditRecord* r, HDC dc, LONG, LONG first, char pw)
+{
+    HEditDrawText(dc, &r->rcText, r->text + first, -1, pw, 0);
+}
+void HEditPaintRight(HEditRecord* r, HDC dc, LONG length, LONG first, char pw)
+{
+    HEditDrawText(dc, &r->rcText, r->text, length - first, pw, 1);
+}
+void HEditPaintCentre(HEditRecord* r, HDC dc, LONG, LONG, char pw)
+{
+    HEditDrawText(dc, &r->rcText, r->text, -1, pw, 2);
+}
+constexpr HEditTextPainter kTextPainters[] = {HEditPaintLeft, HEditPaintRight, HEditPaintCentre};
+
 // One pass over the text rectangle: plain, or highlighted for the selection.
 void HEditPaintPass(HEditRecord* r, HDC dc, BOOL selected)
 {
@@ -41,12 +58,8 @@ void HEditPaintPass(HEditRecord* r, HDC dc, BOOL selected)
     LONG length = HEditLength(r);
     LONG first = r->firstChar < 0 ? 0 : (r->firstChar > length ? length : r->firstChar);
     const char pw = (r->base.dwStyle & HES_PASSWORD) ? r->passwordChar : 0;
-    if (r->base.wFlags & HEF_CENTER)
-        HEditDrawText(dc, &r->rcText, r->text, -1, pw, 2);
-    else if (r->base.wFlags & HEF_RIGHT)
-        HEditDrawText(dc, &r->rcText, r->text, length - first, pw, 1);
-    else
-        HEditDrawText(dc, &r->rcText, r->text + first, -1, pw, 0);
+    const int alignment = (r->base.wFlags & HEF_CENTER) ? 2 : (r->base.wFlags & HEF_RIGHT) ? 1 : 0;
+    kTextPainters[alignment](r, dc, length, first, pw);
     if (oldFont)
         SelectObject(dc, oldFont);
 }

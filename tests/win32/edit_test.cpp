@@ -113,9 +113,10 @@ TEST(EditTyping, WholeValuesKeyByKeyWithTheirNotifications)
         {"number: digits replace the selected zero", "%ni", "1234", "1234", 4, "1234", Bytes((LONG)1234)},
         {"number: backspace removes the last digit", "%ni", "567\b", "56", 4, "56", Bytes((LONG)56)},
         {"number: a minus sign only at the front", "%ni", "12\x01-", "-12", 3, "-12", Bytes((LONG)-12)},
-        {"number: the separator jumps to the fraction", "%nd0.00", "12.5", "12.50", 4, "12.50", Bytes(12.5)},
-        {"date: digits fill day, month and year", "%da", "03/12/1996", "03/12/1996", 10, "03/12/1996",
-         Bytes(DMY{3, 12, 1996})},
+        {"number: a digit on the point of a full number goes into the fraction", "%nd0.00", "12.5", "1.25", 3,
+         "1.25", Bytes(1.25)},
+        {"date: digits fill month, day and year of the default form", "%da", "03/12/1996", "03/12/1996", 10,
+         "03/12/1996", Bytes(DMY{12, 3, 1996})},
         {"string: characters are inserted", "%ss", "Quill", "Quill", 5, "Quill",
          std::vector<BYTE>{'Q', 'u', 'i', 'l', 'l', 0}},
         {"string: delete removes at the caret", "%ssab", "xyz\x01\x7f", "yz", 4, "yz", std::vector<BYTE>{'y', 'z', 0}},
@@ -142,6 +143,286 @@ TEST(EditTyping, WholeValuesKeyByKeyWithTheirNotifications)
         EXPECT_GT(got, 0);
         EXPECT_EQ(c.value, value);
     }
+}
+
+std::string ClipboardText()
+{
+    std::string out;
+    if (!OpenClipboard(nullptr))
+        return out;
+    HANDLE h = GetClipboardData(CF_TEXT);
+    LPCSTR p = h ? (LPCSTR)GlobalLock(h) : nullptr;
+    if (p)
+        out = p;
+    if (h)
+        GlobalUnlock(h);
+    CloseClipboard();
+    return out;
+}
+
+void PutClipboardText(const char* text)
+{
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE, strlen(text) + 1);
+    strcpy((LPSTR)GlobalLock(h), text);
+    GlobalUnlock(h);
+    SetClipboardData(CF_TEXT, h);
+    CloseClipboard();
+}
+
+// One selection step: keys with shift and ctrl, or a message, then the selection and text expected.
+struct SelStep {
+    char key;       // 0: send msg instead
+    bool shift, ctrl;
+    UINT msg;
+    WPARAM wParam;
+    LPARAM lParam;
+    WORD low, high;
+    const char* text;
+};
+
+TEST(EditSelection, KeysMessagesAndTheClipboardMoveAndCarryTheSelection)
+{
+    SetOverwriteMode(0);
+    const SelStep steps[] = {
+        {0, false, false, 0, 0, 0, 0, 11, "Hello world"},                      // the focus selects all
+        {kHome, false, false, 0, 0, 0, 0, 0, "Hello world"},
+        {kRight, true, true, 0, 0, 0, 0, 6, "Hello world"},                    // the word and its blank
+        {0, false, false, WM_COPY, 0, 0, 0, 6, "Hello world"},
+        {0, false, false, EM_SETSEL, 0, -1, 0, 11, "Hello world"},             // a negative end is the end
+        {kLeft, false, true, 0, 0, 0, 6, 6, "Hello world"},
+        {kEnd, true, false, 0, 0, 0, 6, 11, "Hello world"},
+        {0, false, false, WM_CUT, 0, 0, 6, 6, "Hello "},
+        {0, false, false, WM_PASTE, 0, 0, 11, 11, "Hello world"},
+        {0, false, false, HEM_INSERTTEXT, 0, (LPARAM)"!", 12, 12, "Hello world!"},
+        {0, false, false, EM_SETSEL, 2, 4, 2, 4, "Hello world!"},
+        {'L', false, false, 0, 0, 0, 3, 3, "HeLo world!"},                      // typing replaces a selection
+    };
+    EditWin w("%ssHello world");
+    w.Focus();
+    for (const auto& s : steps) {
+        SCOPED_TRACE(s.text);
+        if (s.key)
+            s.key >= ' ' && s.key != kDelete ? (SetKeys(s.shift, s.ctrl), SendMessageA(w.hWnd, WM_CHAR, (BYTE)s.key, 1),
+                                                SetKeys(false, false))
+                                             : w.Key(s.key, s.shift, s.ctrl);
+        else if (s.msg)
+            SendMessageA(w.hWnd, s.msg, s.wParam, s.lParam);
+        EXPECT_EQ(MAKELONG(s.low, s.high), (LONG)w.Sel());
+        EXPECT_EQ(s.text, w.Text());
+    }
+    EXPECT_EQ("world", ClipboardText()); // the cut replaced what the copy put there
+    char part[4] = "";
+    SendMessageA(w.hWnd, EM_SETSEL, 0, 5);
+    SendMessageA(w.hWnd, HEM_GETSELTEXT, sizeof part, (LPARAM)part);
+    EXPECT_STREQ("HeL", part); // bounded by the buffer
+}
+
+TEST(EditSelection, PasswordFieldsRefuseCutAndCopyAndPasteGoesThroughTheMask)
+{
+    PutClipboardText("keep");
+    EditWin secret("%sssecret", HES_PASSWORD);
+    secret.Focus();
+    EXPECT_EQ(0, SendMessageA(secret.hWnd, WM_COPY, 0, 0));
+    EXPECT_EQ(0, SendMessageA(secret.hWnd, WM_CUT, 0, 0));
+    EXPECT_EQ("secret", secret.Text());
+    EXPECT_EQ("keep", ClipboardText());
+
+    PutClipboardText("9x8-76");
+    EditWin masked("%ms##-##");
+    masked.Focus();
+    SendMessageA(masked.hWnd, EM_SETSEL, 0, 0);
+    masked.parent.seen.clear();
+    EXPECT_EQ(1, SendMessageA(masked.hWnd, WM_PASTE, 0, 0));
+    EXPECT_EQ("98-76", masked.Text()); // "x" beeps and the next goes on
+    EXPECT_SEEN(masked.parent, KeyNotes(masked.hWnd, 5)); // per character, the "-" stepping over its literal
+}
+
+// The commit at focus loss, with the data link, the modified flag and the date quirk.
+TEST(EditCommit, FocusLossParsesIntoTheValueAndTheDataLink)
+{
+    LONG linked = 42;
+    EditWin w("%ni");
+    EXPECT_EQ(1, SendMessageA(w.hWnd, HM_SETDATALINK, 1, (LPARAM)&linked)); // the application's value wins
+    EXPECT_EQ("42", w.Text());
+    EXPECT_EQ(0, SendMessageA(w.hWnd, HM_GETDATALINK, 0, 0));                // HEdit does not answer it
+    w.Focus();
+    w.Type("7");
+    EXPECT_TRUE(w.Flags() & HEF_DIRTY);
+    EXPECT_EQ(42, linked);
+    w.Leave();
+    EXPECT_EQ(7, linked);
+    EXPECT_FALSE(w.Flags() & HEF_DIRTY);
+    EXPECT_NE(0, SendMessageA(w.hWnd, HM_GETMODIFY, 0, 0));
+    linked = 99; // written by the application: shown at the next display
+    w.Focus();
+    EXPECT_EQ("99", w.Text());
+    LONG mine = 5;
+    EXPECT_EQ(4, SendMessageA(w.hWnd, HM_SETDATALINK, 0, (LPARAM)&mine));   // the control's value wins
+    EXPECT_EQ(99, mine);
+    EXPECT_EQ(1, SendMessageA(w.hWnd, HEM_SETDATA, 0, 0));                  // null empties
+    EXPECT_TRUE(w.Flags() & HEF_EMPTY);
+    EXPECT_EQ(0, SendMessageA(w.hWnd, HEM_GETDATA, sizeof mine, (LPARAM)&mine));
+
+    // A date field parses with 1 for success: its commit answers 1 and stays dirty.
+    DMY date = {};
+    EditWin d("%da");
+    SendMessageA(d.hWnd, HM_SETDATALINK, 1, (LPARAM)&date);
+    d.Focus();
+    d.Type("12241999");
+    EXPECT_EQ(1, SendMessageA(d.hWnd, HEM_COMMIT, 1, 0));
+    EXPECT_TRUE(d.Flags() & HEF_DIRTY);
+    EXPECT_EQ(24, date.day);
+    EXPECT_EQ(12, date.month);
+    EXPECT_EQ(1999, date.year);
+}
+
+// What a receiver does inside a notification, and what the control sends after it.
+struct ReentryCase {
+    const char* name;
+    WORD at;           // the notification that the receiver reacts to
+    bool destroy;      // destroy the control, else veto
+    const char* keys;  // typed after the focus; kDelete etc. allowed
+    UINT vk;           // then one key down, or 0
+    std::vector<WORD> expected;
+};
+
+TEST(EditReentry, ReceiversThatDestroyOrVetoInsideANotification)
+{
+    SetOverwriteMode(0);
+    const ReentryCase cases[] = {
+        // A focused field torn down still commits and says so.
+        {"destroyed at the update: no change follows", HEN_UPDATE, true, "5", 0, {HEN_UPDATE, HEN_KILLFOCUS}},
+        {"destroyed at the change: the next key finds no window", HEN_CHANGE, true, "56", 0,
+         {HEN_UPDATE, HEN_CHANGE, HEN_KILLFOCUS}},
+        {"destroyed at help: no escape follows", HN_HELP, true, "", VK_F1, {HN_HELP, HEN_KILLFOCUS}},
+        {"vetoed help still escapes", HN_HELP, false, "", VK_F1, {HN_HELP, HN_ESCAPE}},
+        {"vetoed updates leave the keys in", HEN_UPDATE, false, "56", 0,
+         {HEN_UPDATE, HEN_CHANGE, HEN_UPDATE, HEN_CHANGE}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EditWin w("%ni");
+        w.Focus();
+        HWND edit = w.hWnd;
+        w.parent.onCommand = [&](const SeenMsg& m) {
+            if (m.code != c.at)
+                return;
+            if (c.destroy)
+                DestroyWindow(edit);
+            else
+                SendMessageA(edit, HM_VETO, 0, 0);
+        };
+        w.Type(c.keys);
+        if (c.vk && IsWindow(edit))
+            SendMessageA(edit, WM_KEYDOWN, c.vk, 1);
+        std::vector<SeenMsg> expected;
+        for (WORD code : c.expected)
+            expected.push_back(Note(edit, code));
+        EXPECT_SEEN(w.parent, expected);
+        EXPECT_EQ(!c.destroy, IsWindow(edit) != 0);
+        if (!c.destroy)
+            EXPECT_EQ("56", w.Text().substr(0, c.keys[0] ? 2 : 0) + (c.keys[0] ? "" : "56"));
+        w.parent.onCommand = nullptr;
+    }
+}
+
+TEST(EditReentry, AVetoedBadDateReturnsTheFocusToTheField)
+{
+    EditWin w("%dadd/mm/yyyy");
+    w.Focus();
+    w.parent.onCommand = [&](const SeenMsg& m) {
+        if (m.code == HN_BADDATE)
+            SendMessageA(w.hWnd, HM_VETO, 0, 0);
+    };
+    w.Type("31021999"); // 31 February
+    w.parent.seen.clear();
+    w.Leave();
+    EXPECT_EQ(w.hWnd, GetFocus());
+    w.parent.onCommand = nullptr;
+}
+
+// One message and its answer, table by table.
+struct MsgCase {
+    const char* name;
+    const char* typeSpec;
+    DWORD style;
+    UINT msg;
+    WPARAM wParam;
+    LPARAM lParam;
+    LRESULT result;
+};
+
+TEST(EditMessages, AnswersOfTheMessageBlockAndItsOlderNumbers)
+{
+    static RECT rect = {1, 2, 3, 4};
+    const MsgCase cases[] = {
+        {"EM_SETRECT returns the focus brush", "%ss", HES_FOCUSBRUSH, EM_SETRECT, 0, (LPARAM)&rect,
+         (LRESULT)GetStockObject(GetSysColor(COLOR_WINDOW) == 0xffffff ? LTGRAY_BRUSH : WHITE_BRUSH)},
+        {"EM_GETRECT without a rectangle", "%ss", 0, EM_GETRECT, 0, 0, -2},
+        {"EM_LIMITTEXT on a number", "%ni", 0, EM_LIMITTEXT, 5, 0, -1},
+        {"EM_LIMITTEXT at its older number", "%ss", 0, 0x415, 5, 0, 1},
+        {"EM_CANUNDO at its older number", "%ss", 0, 0x416, 0, 0, 1},
+        {"EM_GETSEL at 0x400 with packed halves", "%ssabc", 0, 0x400, 0, MAKELPARAM(2, 3), MAKELONG(0, 0)},
+        {"EM_SETSEL at its older number", "%ssabc", 0, 0x401, 1, 2, 1},
+        {"EM_SETSEL select-all under keep-selection", "%ssabc", HES_KEEPSEL, EM_SETSEL, 0, 0xFFFE, 0},
+        {"HM_GETDATALINK is not answered", "%ni", 0, HM_GETDATALINK, 0, 0, 0},
+        {"HM_SETMASK refused for a string", "%ss", 0, HM_SETMASK, 0, (LPARAM)"##", 0},
+        {"HM_SETMASK without a mask", "%ni", 0, HM_SETMASK, 0, 0, -2},
+        {"HEM_SETPASSWORDCHAR of 0", "%ss", 0, HEM_SETPASSWORDCHAR, 0, 0, -3},
+        {"HEM_GETPASSWORDCHAR", "%ss", 0, HEM_GETPASSWORDCHAR, 0, 0, '*'},
+        {"HEM_VALIDATE without a validator", "%ss", 0, HEM_VALIDATE, 0, 0, -1},
+        {"WM_SETTEXT without a text", "%ss", 0, WM_SETTEXT, 0, 0, -2},
+        {"HEM_GETLIMIT of a limited field", "%ss20", 0, HEM_GETLIMIT, 0, 0, 20},
+        {"HM_GETDATASIZE of a double", "%nd", 0, HM_GETDATASIZE, 0, 0, 8},
+        {"WM_GETDLGCODE", "%ss", 0, WM_GETDLGCODE, 0, 0, 0x89},
+        {"WM_GETDLGCODE wanting all keys", "%ss", HES_WANTKEYS, WM_GETDLGCODE, 0, 0, 0x0C},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EditWin w(c.typeSpec, c.style);
+        EXPECT_EQ(c.result, SendMessageA(w.hWnd, c.msg, c.wParam, c.lParam));
+    }
+    EditWin w("%ssabc");
+    SendMessageA(w.hWnd, 0x401, 1, 2); // EM_SETSEL by its older number
+    DWORD low = 9, high = 9;
+    EXPECT_EQ(MAKELONG(1, 2), SendMessageA(w.hWnd, EM_GETSEL, (WPARAM)&low, (LPARAM)&high));
+    EXPECT_EQ(1u, low);
+    EXPECT_EQ(2u, high);
+    RECT before, after;
+    SendMessageA(w.hWnd, EM_GETRECT, 0, (LPARAM)&before);
+    SendMessageA(w.hWnd, EM_SETRECT, 0, (LPARAM)&rect);
+    SendMessageA(w.hWnd, 0x402, 0, (LPARAM)&after); // EM_GETRECT by its older number
+    EXPECT_TRUE(EqualRect(&before, &after));
+}
+
+TEST(EditWindow, RetypingSettingTextAndTheClock)
+{
+    EditWin w("%da");
+    EXPECT_EQ(1, SendMessageA(w.hWnd, WM_SETTEXT, 0, (LPARAM)"12/03/1996")); // committed as typed text
+    BYTE raw[8] = {};
+    EXPECT_EQ(6, SendMessageA(w.hWnd, HEM_GETDATA, sizeof raw, (LPARAM)raw)); // the type's size
+    EXPECT_EQ(Bytes(DMY{3, 12, 1996}), std::vector<BYTE>(raw, raw + 4));
+    EXPECT_EQ(1, SendMessageA(w.hWnd, WM_SETTEXT, 0, (LPARAM)"%ss5hello world"));
+    EXPECT_EQ('s', (char)SendMessageA(w.hWnd, HM_GETCLASS, 0, 0));
+    EXPECT_EQ("hello", w.Text()); // five characters at most
+    w.Focus();
+    SendMessageA(w.hWnd, EM_SETSEL, 5, 5);
+    w.Key('!');
+    EXPECT_SEEN(w.parent, {Note(w.hWnd, HEN_MAXTEXT)});
+    EXPECT_EQ(1, SendMessageA(w.hWnd, WM_CLEAR, 0, 0));
+    char value[8] = "x";
+    SendMessageA(w.hWnd, HEM_GETDATA, sizeof value, (LPARAM)value);
+    EXPECT_STREQ("", value);
+
+    // Unfocused, a clock field follows the time at each tick.
+    EditWin clock("%kThh:mm");
+    SendMessageA(clock.hWnd, WM_TIMER, 1, 0);
+    time_t now = time(nullptr);
+    char expected[8];
+    strftime(expected, sizeof expected, "%H:%M", localtime(&now));
+    EXPECT_EQ(expected, clock.Text());
 }
 
 } // namespace
