@@ -1,50 +1,26 @@
 // FormatData and ParseData for every class, the booleans, masked text, and the
 // validator of ParseData.
 #include "typed/format.h"
-#include "typed/typed_internal.h"
-#include "seam.h"
-#include "testseam.h"
-#include <gtest/gtest.h>
+#include "typedlocale.h"
 #include <stdint.h>
-#include <string.h>
-#include <string>
 #ifndef _WIN32
 #include "seam_native.h"
 #endif
 
 namespace {
 
-// A known locale for every test, and the old one back afterwards.
-class Format : public ::testing::Test {
+class Format : public TypedLocale {
 protected:
-    struct Global {
-        void* address;
-        size_t size;
-    };
-    const Global globals_[10] = {{&g_cThousandSep, 1}, {&g_cDecimalSep, 1}, {&g_cDateSep, 1}, {&g_cTimeSep, 1},
-                                 {g_szDateFormat, 16},  {g_szTimeFormat, 16}, {&g_nTLZero, sizeof(int)},
-                                 {g_sz1159, 4},         {g_sz2359, 4},        {g_szCurrency, 5}};
-    std::string saved_[10];
     void SetUp() override
     {
-        for (int i = 0; i < 10; ++i)
-            saved_[i].assign((const char*)globals_[i].address, globals_[i].size);
-        ASSERT_TRUE(SetDecimalSep('.') && SetThousandsSep(',') && SetDateSep('/') && SetTimeSep(':'));
-        ASSERT_TRUE(SetDefDateFormat("mm/dd/yyyy") && SetDefTimeFormat("hh:mm:ss"));
-    }
-    void TearDown() override
-    {
-        for (int i = 0; i < 10; ++i)
-            memcpy(globals_[i].address, saved_[i].data(), globals_[i].size);
+        TypedLocale::SetUp();
+        ASSERT_TRUE(SetDefTimeFormat("hh:mm:ss"));
     }
 };
 
 // Stored values, in the layouts of their types.
-const uint8_t kByte200 = 200;
 const int8_t kChar = -5;
-const int16_t kShort = -300;
-const uint16_t kWord = 65535;
-const int32_t kInt = -1234567, kLong = 1234, kYmd = 20240315;
+const int32_t kInt = -1234567, kYmd = 20240315;
 const uint32_t kULong = 4294967295u, kTrue32 = 7, kFalse32 = 0, kMoney[2] = {1, 2};
 const float kFloat = 1.5f;
 const double kDouble = 1234.5, kNegDouble = -1.5;
@@ -62,40 +38,33 @@ const struct {
     int result;
     BOOL negative;
 } kFormats[] = {
-    {&kByte200, 'n', 'b', nullptr, 32, 0, "200", 3, 0},              // every number storage type
-    {&kChar, 'n', 'h', nullptr, 32, 0, "-5", 2, 1},
-    {&kShort, 'n', 's', "#,##0", 32, 0, "-300", 4, 1},
-    {&kWord, 'n', 'w', "#,##0", 32, 0, "65,535", 6, 0},
+    {&kChar, 'n', 'h', nullptr, 32, 0, "-5", 2, 1}, // number storage types
     {&kInt, 'n', 'i', "#,##0.00", 32, 0, "-1,234,567.00", 13, 1},
-    {&kLong, 'n', 'l', "0000", 32, 0, "1234", 4, 0},
-    {&kULong, 'n', 'u', "#,##0", 32, 0, "4,294,967,295", 13, 0},
-    {&kFalse32, 'n', 'W', "#,##0.00", 32, 0, "0.00", 4, 0},
-    {&kFloat, 'n', 'f', "0.00", 32, 0, "1.50", 4, 0},
-    {&kDouble, 'c', 'd', "$#,##0.00", 32, 0, "$1,234.50", 9, 0},     // currency formats as n
+    {&kULong, 'n', 'u', "#,##0", 32, 0, "4,294,967,295", 13, 0}, {&kFloat, 'n', 'f', "0.00", 32, 0, "1.50", 4, 0},
+    {&kDouble, 'c', 'd', "$#,##0.00", 32, 0, "$1,234.50", 9, 0}, // currency formats as n
     {&kNegDouble, 'z', 'd', "0.00;(0.00)", 32, 0, "(1.50)", 6, 1},
     {&kNegDouble, 'n', 'd', "0.00;(0.00)", 32, 1, "-1.50", 4, 1},
-    {&kDouble, 'n', 'd', "#,##0.00", 8, 0, "#######", 0, 0},         // too wide
-    {&kDouble, 'n', 'x', "0", 32, 0, "0", 1, 0},                     // unknown type reads 0
-    {kMoney, 'n', 'M', nullptr, 32, 0, "?", 0, 0},                   // money: nothing
+    {&kDouble, 'n', 'd', "#,##0.00", 8, 0, "#######", 0, 0}, // too wide
+    {&kDouble, 'n', 'x', "0", 32, 0, "0", 1, 0}, // unknown type reads 0
+    {kMoney, 'n', 'M', nullptr, 32, 0, "?", 0, 0}, // money: nothing
     {&kTrue32, 'b', 'W', nullptr, 32, 0, "TRUE", 4, 0},
-    {&kFalse32, 'b', 'l', nullptr, 32, 0, "FALSE", 5, 1},             // false sets negative
+    {&kFalse32, 'b', 'l', nullptr, 32, 0, "FALSE", 5, 1}, // false sets negative
     {&kTrue16, 'b', 's', "Yes;No", 32, 0, "Yes", 3, 0},
-    {&kTrue16, 'b', 'b', "Yes;No", 32, 0, "No", 2, 1},                // the low byte is 0
-    {&kFalse32, 'b', 'u', "On", 32, 0, "On", 2, 1},                   // one word for both
-    {&kTrue32, 'b', 'f', nullptr, 32, 0, "FALSE", 5, 1},              // no boolean type: false
-    {&kFalse32, 'b', 'W', nullptr, 4, 0, "FAL", 3, 1},                // cut to the size
+    {&kTrue16, 'b', 'b', "Yes;No", 32, 0, "No", 2, 1}, // the low byte is 0
+    {&kFalse32, 'b', 'u', "On", 32, 0, "On", 2, 1}, // one word for both
+    {&kTrue32, 'b', 'f', nullptr, 32, 0, "FALSE", 5, 1}, // no boolean type: false
+    {&kFalse32, 'b', 'W', nullptr, 4, 0, "FAL", 3, 1}, // cut to the size
     {kHello, 'h', 'h', nullptr, 32, 0, "h", 1, 0},
-    {kNul, 'h', 'h', nullptr, 32, 0, "", 1, 0},                      // a 0 byte still counts 1
-    {kDigits, 'm', 's', "##-##", 32, 0, "12-__", 5, 0},
-    {kHello, 's', 's', "ignored", 4, 0, "hel", 3, 0},
-    {kHello, 'q', 's', nullptr, 32, 0, "?", 0, 0},                   // no such class
+    {kNul, 'h', 'h', nullptr, 32, 0, "", 1, 0}, // a 0 byte still counts 1
+    {kDigits, 'm', 's', "##-##", 32, 0, "12-__", 5, 0}, {kHello, 's', 's', "ignored", 4, 0, "hel", 3, 0},
+    {kHello, 'q', 's', nullptr, 32, 0, "?", 0, 0}, // no such class
     {&kYmd, 'd', 'l', "dd/mm/yyyy", 32, 0, "15/03/2024", 10, 0},
-    {&kYmd, 'd', 'l', "dd/mm/yyyy", 32, 1, "03/15/2024", 10, 0},     // editing: the locale's order
+    {&kYmd, 'd', 'l', "dd/mm/yyyy", 32, 1, "03/15/2024", 10, 0}, // editing: the locale's order
     {kHms, 't', 't', "hh:mm:ss", 32, 0, "13:05:09", 8, 0},
-    {&kMidnight, 'a', 'D', nullptr, 32, 0, "03/15/2024", 10, 0},     // midnight shows no time
+    {&kMidnight, 'a', 'D', nullptr, 32, 0, "03/15/2024", 10, 0}, // midnight shows no time
     {&kNoon, 'a', 'D', nullptr, 32, 0, "03/15/2024 12:30:00", 19, 0},
     {&kNoon, 'k', 'D', "yyyy-mm-dd hh:mm", 32, 0, "2024-03-15 12:30", 16, 0},
-    {&kYmd, 'd', 'x', "dd/mm/yyyy", 32, 0, "?", 0, 0},               // no such date type
+    {&kYmd, 'd', 'x', "dd/mm/yyyy", 32, 0, "?", 0, 0}, // no such date type
 };
 
 TEST_F(Format, FormatDataDispatchesOnTheClass)
@@ -126,7 +95,7 @@ TEST_F(Format, FormatDataOfSizeOneOrNullArgumentsWritesNothing)
     }
 }
 
-TEST_F(Format, DisplaysFollowTheLocaleSetters)
+TEST_F(Format, DisplaysFollowTheLocaleSettersAndTheProfilesIntlSection)
 {
     ASSERT_TRUE(SetDecimalSep(',') && SetThousandsSep(' ') && SetDateSep('.'));
     char text[32];
@@ -137,46 +106,23 @@ TEST_F(Format, DisplaysFollowTheLocaleSetters)
     double v = 0;
     EXPECT_EQ(0, ParseData(nullptr, &v, 'n', 'd', nullptr, "1 234,50", nullptr));
     EXPECT_EQ(1234.5, v);
-}
 
-TEST_F(Format, DisplaysFollowTheProfilesIntlSection)
-{
-    const char* keys[] = {"sDecimal", "sThousand", "sDate", "sShortDate"};
-    const char* values[] = {",", ".", "-", "dd-mm-yyyy"};
-    std::string saved[4];
-    for (int i = 0; i < 4; ++i) {
-        char value[32];
-        SeamProfileString("Intl", keys[i], "\x01", value, sizeof value);
-        saved[i] = value;
-        TestSetProfile("Intl", keys[i], values[i]);
-    }
-    GetIntlSettings();
-    char text[32];
+    SetProfile({{"sDecimal", ","}, {"sThousand", "."}, {"sDate", "-"}, {"sShortDate", "dd-mm-yyyy"}});
     EXPECT_EQ(8, FormatData(&kDouble, 'n', 'd', "#,##0.00", text, sizeof text, nullptr, FALSE));
     EXPECT_STREQ("1.234,50", text);
     EXPECT_EQ(10, FormatData(&kYmd, 'd', 'l', nullptr, text, sizeof text, nullptr, FALSE));
     EXPECT_STREQ("15-03-2024", text);
-    for (int i = 0; i < 4; ++i)
-        TestSetProfile("Intl", keys[i], saved[i] == "\x01" ? nullptr : saved[i].c_str());
 }
 
-const struct {
-    const char* text;
-    char cls, type;
-    const char* mask;
-    double number; // read back with NumToDouble
-    int result;
-} kNumberParses[] = {
+const struct { const char* text; char cls, type; const char* mask; double number; int result; } kNumberParses[] = {
     {"1,234.50", 'n', 'd', "#,##0.00", 1234.5, 0},
-    {"(1.50)", 'c', 'd', "0.00;(0.00)", 1.5, 0},  // the sign goes with the parentheses
-    {"-1.50", 'z', 'd', "0.00", -1.5, 0},
-    {"300", 'n', 'b', nullptr, 44, 0},            // low bits of a narrow type
-    {"-1", 'n', 'u', nullptr, 4294967295.0, 0},
-    {"-70000", 'n', 's', nullptr, -4464, 0},
-    {"12.9", 'n', 'i', nullptr, 12, 0},           // toward zero
-    {"99999999999", 'n', 'l', nullptr, 0, 0},     // out of range: 0, no error
-    {"abc", 'n', 'W', nullptr, 0, 0},             // unreadable: 0, no error
-    {"5", 'n', 'x', nullptr, 0, 1},               // a type outside the family
+    {"(1.50)", 'c', 'd', "0.00;(0.00)", 1.5, 0}, // the sign goes with the parentheses
+    {"-1.50", 'z', 'd', "0.00", -1.5, 0}, {"300", 'n', 'b', nullptr, 44, 0}, // low bits of a narrow type
+    {"-1", 'n', 'u', nullptr, 4294967295.0, 0}, {"-70000", 'n', 's', nullptr, -4464, 0},
+    {"12.9", 'n', 'i', nullptr, 12, 0}, // toward zero
+    {"99999999999", 'n', 'l', nullptr, 0, 0}, // out of range: 0, no error
+    {"abc", 'n', 'W', nullptr, 0, 0}, // unreadable: 0, no error
+    {"5", 'n', 'x', nullptr, 0, 1}, // a type outside the family
 };
 
 TEST_F(Format, ParseDataOfNumbersStripsAndStores)
@@ -192,19 +138,13 @@ TEST_F(Format, ParseDataOfNumbersStripsAndStores)
     EXPECT_TRUE(money[0] == 5 && money[1] == 6);
 }
 
-const struct {
-    const char* mask;
-    const char* text;
-    BOOL truth;
-} kBoolParses[] = {
-    {"TRUE;FALSE", "TR", TRUE},     // a prefix of the true-text
+const struct { const char* mask; const char* text; BOOL truth; } kBoolParses[] = {
+    {"TRUE;FALSE", "TR", TRUE}, // a prefix of the true-text
     {"TRUE;FALSE", "TRUEST", TRUE}, // as far as the shorter goes
-    {"TRUE;FALSE", "true", FALSE},  // case counts
-    {"TRUE;FALSE", "FALSE", FALSE},
-    {"TRUE;FALSE", "", TRUE},
-    {"", "x", FALSE},
-    {"Yes", "anything", TRUE},      // one word: every text is true
-    {";No", "No", TRUE},            // an empty true-text agrees with everything
+    {"TRUE;FALSE", "true", FALSE}, // case counts
+    {"TRUE;FALSE", "FALSE", FALSE}, {"TRUE;FALSE", "", TRUE}, {"", "x", FALSE},
+    {"Yes", "anything", TRUE}, // one word: every text is true
+    {";No", "No", TRUE}, // an empty true-text agrees with everything
 };
 
 TEST_F(Format, BooleanTextsParseByTheTrueTextsPrefix)
@@ -258,21 +198,15 @@ TEST_F(Format, ParseDataOfTextClasses)
 
 // Date classes return 1 for a good text as well as for a repaired one. The
 // text is read in the locale's order, as editing shows it ("mm/dd/yyyy" here).
-const struct {
-    const char* text;
-    char type;
-    const char* mask;
-    int32_t want;
-    int result;
-} kDateParses[] = {
+const struct { const char* text; char type; const char* mask; int32_t want; int result; } kDateParses[] = {
     {"03/15/2024", 'l', "dd/mm/yyyy", 20240315, 1},
-    {"02/31/2023", 'l', "dd/mm/yyyy", 20230228, 1},  // repaired to the month's end
-    {"02/29/1900", 'l', nullptr, 19000228, 1},       // 1900 is common
-    {"03/15/99", 'l', "dd/mm/yy", 19990315, 1},      // two-digit year repaired
-    {"13/15/2024", 'l', nullptr, 20241215, 1},       // month repaired to 12
-    {"13/15/2024", 'l', "", 20241315, 1},            // an empty mask names no field: no check
-    {"03/15/2024", 'x', "dd/mm/yyyy", -1, 0},        // no such type: 0, the text was good
-    {"13/15/2024", 'x', "dd/mm/yyyy", -1, 1},        // a failed check still reports
+    {"02/31/2023", 'l', "dd/mm/yyyy", 20230228, 1}, // repaired to the month's end
+    {"02/29/1900", 'l', nullptr, 19000228, 1}, // 1900 is common
+    {"03/15/99", 'l', "dd/mm/yy", 19990315, 1}, // two-digit year repaired
+    {"13/15/2024", 'l', nullptr, 20241215, 1}, // month repaired to 12
+    {"13/15/2024", 'l', "", 20241315, 1}, // an empty mask names no field: no check
+    {"03/15/2024", 'x', "dd/mm/yyyy", -1, 0}, // no such type: 0, the text was good
+    {"13/15/2024", 'x', "dd/mm/yyyy", -1, 1}, // a failed check still reports
 };
 
 TEST_F(Format, ParseDataOfDatesChecksRepairsAndReportsOne)
@@ -341,30 +275,22 @@ TEST_F(Format, ARefusingValidatorReturnsTheFocusToTheControl)
 #endif
 
 const struct {
-    const char* source;
-    const char* mask;
-    int size;
-    BOOL strip;
-    const char* target;
-    int result;
+
+    const char* source; const char* mask; int size; BOOL strip; const char* target; int result;
+
 } kMaskApplies[] = {
-    {"12", "##-##", 32, 0, "12-__", 5},
-    {"12-34", "##-##", 32, 0, "12-34", 5},          // an equal literal is consumed
-    {"a1b2", "##-##", 32, 0, "12-__", 5},           // misfits are skipped
-    {"a1\xe9" "b2", "@@@", 32, 0, "ab ", 3},        // ASCII letters only
-    {"x.y", "!!", 32, 0, ".-", 2},
-    {"a-1", "&&&", 32, 0, "a1 ", 3},
-    {"a -\xe9", "****", 32, 0, "a - ", 4},
-    {"12", "\\##", 32, 0, "#1", 2},                 // backslash: the next is a literal
-    {"12", "[red]##", 32, 0, "12", 2},              // a colour section shows nothing
-    {"12", "##[red", 32, 0, "12", 2},               // an open section runs to the end
-    {"12345", "##-##", 4, 0, "12-", 3},             // size - 1 characters at most
-    {"hello", nullptr, 4, 0, "hel", 3},
-    {"12", "##", 1, 0, "", 0},
-    {"12-34", "##-##", 32, 1, "1234", 4},
-    {"1x-34", "##-##", 32, 1, "1", 2},              // stops at a misfit, reports one more
-    {"12", "##-##", 32, 1, "12__", 4},              // fill at the end of the source
-    {"1234", "##-##", 32, 1, "1234", 4},            // a missing literal is no misfit
+    {"12", "##-##", 32, 0, "12-__", 5}, {"12-34", "##-##", 32, 0, "12-34", 5}, // an equal literal is consumed
+    {"a1b2", "##-##", 32, 0, "12-__", 5}, // misfits are skipped
+    {"a1\xe9" "b2", "@@@", 32, 0, "ab ", 3}, // ASCII letters only
+    {"x.y", "!!", 32, 0, ".-", 2}, {"a-1", "&&&", 32, 0, "a1 ", 3}, {"a -\xe9", "****", 32, 0, "a - ", 4},
+    {"12", "\\##", 32, 0, "#1", 2}, // backslash: the next is a literal
+    {"12", "[red]##", 32, 0, "12", 2}, // a colour section shows nothing
+    {"12", "##[red", 32, 0, "12", 2}, // an open section runs to the end
+    {"12345", "##-##", 4, 0, "12-", 3}, // size - 1 characters at most
+    {"hello", nullptr, 4, 0, "hel", 3}, {"12", "##", 1, 0, "", 0}, {"12-34", "##-##", 32, 1, "1234", 4},
+    {"1x-34", "##-##", 32, 1, "1", 2}, // stops at a misfit, reports one more
+    {"12", "##-##", 32, 1, "12__", 4}, // fill at the end of the source
+    {"1234", "##-##", 32, 1, "1234", 4}, // a missing literal is no misfit
     {"#1", "\\##", 32, 1, "1", 1},
 };
 
