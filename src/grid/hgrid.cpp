@@ -27,6 +27,27 @@ DWORD MergeStyle(DWORD fileStyle, DWORD creationStyle, DWORD mask)
 
 DWORD WindowThread(HWND hWnd) { return GetWindowThreadProcessId(hWnd, nullptr); }
 
+// The edit bar's static texts sit on its face: transparent, on light grey.
+LRESULT CALLBACK HGEditBarProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
+{
+    if (msg == WM_CTLCOLORSTATIC) {
+        SetBkMode((HDC)wParam, TRANSPARENT);
+        return (LRESULT)GetStockObject(LTGRAY_BRUSH);
+    }
+    return HToolWnd(hWnd, msg, wParam, lParam);
+}
+
+// The bar above the rows: OK, Cancel, the field title, the editor's place and
+// the record number, from the module's dialog.
+HWND HGCreateEditBar(HWND grid)
+{
+    HWND bar = HToolCreate(g_hInstance, MAKEINTRESOURCEA(IDD_HGRID_EDITBAR), grid, grid, WS_CHILD | WS_VISIBLE,
+                           0xFFFF, 0, 0);
+    if (bar)
+        SubclassWW(bar, HGEditBarProc);
+    return bar;
+}
+
 // Run time: a resource of the creating module, a file, or a new empty grid.
 HGridData* CreationGrid(const CREATESTRUCTA* cs, LPCSTR name, DWORD* style)
 {
@@ -153,9 +174,11 @@ BOOL HGridLink(HGridWindow* gw, HGridData* grid)
     if (gw->grid && gw->grid != grid)
         HGridDestroy(gw->grid);
     gw->grid = grid;
-    // The edit bar and the field editors join here once they exist; a bar is
-    // never wanted by a read-only or in-place grid.
-    if ((grid->style & (HGS_READONLY | HGS_INPLACE)) && gw->hBar) {
+    // A read-only or in-place grid has no edit bar; any other has one.
+    if (!(grid->style & (HGS_READONLY | HGS_INPLACE))) {
+        if (!gw->hBar)
+            gw->hBar = HGCreateEditBar(gw->hWnd);
+    } else if (gw->hBar) {
         DestroyWindow(gw->hBar);
         gw->hBar = nullptr;
     }
@@ -170,6 +193,8 @@ BOOL HGridLink(HGridWindow* gw, HGridData* grid)
         int unitY = HIWORD(GetBaseUnits(nullptr));
         grid->rowHeight = (SHORT)(units && unitY ? 160 / unitY : 20);
     }
+    for (LONG i = 0; i < grid->fields->count; i++)
+        HGEditorAttach(gw, grid, HGFieldAt(grid, i));
     if (gw->hNotify)
         EnableWindow(gw->hNotify, !(grid->style & WS_POPUP)); // a popup grid is modal to its target
     gw->wFlags &= (WORD)~HGW_CELLSHOWN;

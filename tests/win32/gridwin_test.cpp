@@ -352,3 +352,36 @@ TEST_F(GridWin, SetGridLinksANewGridAndRefusesNone)
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(GridWin, AnEditableGridHasAnEditBarThatFollowsTheCurrentCell)
+{
+    Make();
+    HWND bar = GetDlgItem(grid, 0xFFFF);
+    ASSERT_TRUE(bar);
+    EXPECT_EQ(bar, gw->hBar);
+    Send(HGM_SETCURRENT, 0, Cell(1, 2));
+    char text[16] = "";
+    GetDlgItemTextA(bar, IDC_HGRID_BARTITLE, text, sizeof text);
+    EXPECT_STREQ("Qty", text);
+    GetDlgItemTextA(bar, IDC_HGRID_BARRECORD, text, sizeof text);
+    EXPECT_STREQ("3", text);
+    // Its static texts are drawn on the bar's light grey.
+    HDC dc = GetDC(bar);
+    EXPECT_EQ((LRESULT)GetStockObject(LTGRAY_BRUSH),
+              SendMessageA(bar, WM_CTLCOLORSTATIC, (WPARAM)dc, (LPARAM)GetDlgItem(bar, IDC_HGRID_BARTITLE)));
+    ReleaseDC(bar, dc);
+}
+
+TEST_F(GridWin, ReadOnlyAndInPlaceGridsHaveNoEditBar)
+{
+    for (DWORD style : {(DWORD)HGS_READONLY, (DWORD)HGS_INPLACE}) {
+        Make(style);
+        EXPECT_FALSE(gw->hBar) << style;
+        EXPECT_FALSE(GetDlgItem(grid, 0xFFFF)) << style;
+        DestroyWindow(grid);
+    }
+}
+
+} // namespace
