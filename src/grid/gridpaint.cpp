@@ -3,6 +3,8 @@
 #include "grid/gridpaint.h"
 #include "grid/gridwin.h"
 #include "buttons/hbutt.h"
+#include "edit/hedit.h"
+#include "list/hcomb.h"
 #include "list/hlist.h"
 #include "seam.h"
 #include <stdio.h>
@@ -41,7 +43,6 @@ struct CellPaint {
     HDC dc;
     const RECT* rc;
     LPCVOID value; // null for a null cell
-    int col, row;
 };
 
 BOOL PaintByButton(const CellPaint& c) { return HButtDrawValue((HButtRec*)c.field->editor, c.dc, c.rc, c.value); }
@@ -51,43 +52,17 @@ BOOL PaintByList(const CellPaint& c)
     return HListDrawValue((HListRecord*)c.field->editor, c.dc, c.rc, c.value, IsCoded(c.field) ? 2 : 1);
 }
 
-// The background of a text cell: the grid's brush, or what the notify target gives.
-HBRUSH CellBrush(HGridWindow* gw, HDC dc)
-{
-    HBRUSH brush = gw->hBrush ? gw->hBrush : HCtlColor(gw, HCTLCOLOR_GRID, dc);
-    return brush ? brush : GetSysColorBrush(COLOR_WINDOW);
-}
-
-// Fallback painter of the text kinds until the edit and combo painters exist:
-// the cell's text by FormatData (HGFormatCell, which also looks a code up),
-// drawn in the cell inset as an edit control insets its text.
-BOOL PaintAsText(const CellPaint& c, UINT align)
-{
-    HWND self = c.gw->hWnd;
-    FillRect(c.dc, c.rc, CellBrush(c.gw, c.dc));
-    if (!IsWindow(self) || !c.gw->grid)
-        return FALSE;
-    char text[kHGValueBuffer] = "";
-    if (c.value)
-        HGFormatCell(c.gw, c.col, c.row, text, sizeof text, FALSE);
-    RECT inner = *c.rc;
-    InflateRect(&inner, -5, -2);
-    SetBkMode(c.dc, TRANSPARENT);
-    SetTextColor(c.dc, GetSysColor(COLOR_WINDOWTEXT));
-    SelectObject(c.dc, c.gw->hFont ? (HGDIOBJ)c.gw->hFont : GetStockObject(SYSTEM_FONT));
-    DrawTextA(c.dc, text, -1, &inner, align | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
-    return TRUE;
-}
-
-// "e": alignment 1 with bit 1 of the style (right), else 2 x bit 0 (centred).
+// "e": alignment 1 with bit 1 of the style, else 2 x bit 0 of it.
 BOOL PaintByEdit(const CellPaint& c)
 {
     int alignment = (c.field->editorStyle & 2) ? 1 : 2 * (int)(c.field->editorStyle & 1);
-    static constexpr UINT kAlign[] = {DT_LEFT, DT_RIGHT, DT_CENTER};
-    return PaintAsText(c, kAlign[alignment]);
+    return HEditDrawValue((HEditRecord*)c.field->editor, c.dc, c.rc, c.value, alignment);
 }
 
-BOOL PaintByCombo(const CellPaint& c) { return PaintAsText(c, DT_LEFT); }
+BOOL PaintByCombo(const CellPaint& c)
+{
+    return HCombDrawValue((HCombRecord*)c.field->editor, c.dc, c.rc, c.value, IsCoded(c.field) ? 2 : 1);
+}
 
 using CellPainter = BOOL (*)(const CellPaint& c);
 struct PainterRow {
@@ -158,7 +133,7 @@ BOOL PaintDataCell(HGridWindow* gw, HDC dc, const RECT* rc, int col, int row)
     if (!value.p)
         return FALSE;
     BOOL present = HGGetCellData(gw->hWnd, col, row, value.p); // a size of 0 gives an empty value
-    CellPaint c = {gw, field, dc, rc, present ? value.p : nullptr, col, row};
+    CellPaint c = {gw, field, dc, rc, present ? value.p : nullptr};
     int saved = SaveDC(dc);
     BOOL done = paint(c);
     RestoreDC(dc, saved);

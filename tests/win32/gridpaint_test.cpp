@@ -25,7 +25,7 @@ protected:
     TestParent parent;
     HWND grid = nullptr;
     HGridWindow* gw = nullptr;
-    HCtlBase editor = {}; // stands for the editor that the text painters do not read
+    HCtlBase* editor = nullptr; // one hidden HEdit_SS paints every column, as an attached editor would
 
     void TearDown() override
     {
@@ -41,6 +41,10 @@ protected:
         ASSERT_TRUE(grid);
         gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
         ASSERT_TRUE(gw && gw->grid);
+        HWND edit = CreateWindowExA(0, HEDITSS_CLASS, "%nl", WS_CHILD, 0, 0, 10, 10, grid, (HMENU)200,
+                                    GetModuleHandleA(nullptr), nullptr);
+        editor = (HCtlBase*)SendMessageA(edit, HM_GETPTR, 0, 0);
+        ASSERT_TRUE(editor);
         HGridData* g = gw->grid;
         g->rowHeight = kRow;
         g->colHeaderHeight = kColHead;
@@ -50,7 +54,7 @@ protected:
             int width = i < (int)widths.size() ? widths[i] : kCol;
             HGField* f = HGFieldCreate(title, 0, width, 0, 'n', 'l', 0, 0, 4, 'e', 0, "");
             ASSERT_EQ(i, HGAppendFld(g, f));
-            HGFieldAt(g, i)->editor = &editor;
+            HGFieldAt(g, i)->editor = editor;
         }
         for (int i = 0; i < rows; ++i)
             HLListAdd(g->records, nullptr);
@@ -130,6 +134,9 @@ COLORREF LineColour() { return GetSysColor(COLOR_WINDOW) == RGB(255, 255, 255) ?
 TEST_F(GridPaint, HeadersLinesAndBodyLandWhereTheLayoutPutsThem)
 {
     Make(HGS_ROWHEADERS | HGS_COLHEADERS, 4, 3);
+    const LONG value = 7;
+    ASSERT_TRUE(HGSetCellData(grid, 2, 0, &value));
+    ASSERT_TRUE(HGSetCellData(grid, 2, 2, nullptr));
     parent.colorReply = (HBRUSH)GetStockObject(WHITE_BRUSH);
     Canvas c(grid);
     const COLORREF face = GetSysColor(COLOR_BTNFACE), white = RGB(255, 255, 255);
@@ -148,6 +155,8 @@ TEST_F(GridPaint, HeadersLinesAndBodyLandWhereTheLayoutPutsThem)
         EXPECT_EQ(p.want, c.At(p.x, p.y)) << p.what << " at " << p.x << "," << p.y;
     EXPECT_TRUE(c.AnyIn(35, 3, 76, 17, RGB(0, 0, 0))) << "the title of column 0 in the header strip";
     EXPECT_TRUE(c.AnyIn(3, 23, 27, 37, RGB(0, 0, 0))) << "the number of row 0";
+    EXPECT_TRUE(c.AnyIn(131, 21, 178, 38, GetSysColor(COLOR_WINDOWTEXT))) << "the value of cell (2, 0)";
+    EXPECT_FALSE(c.AnyIn(131, 61, 178, 78, GetSysColor(COLOR_WINDOWTEXT))) << "cell (2, 2) is null: no value goes to the painter";
     EXPECT_FALSE(c.AnyIn(0, 0, kW, kH, RGB(255, 0, 255))) << "every pixel painted or erased";
 }
 
