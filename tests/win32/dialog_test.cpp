@@ -43,8 +43,7 @@ protected:
     std::string Text(HWND w)
     {
         char buffer[128] = "";
-        GetWindowTextA(w, buffer, sizeof buffer);
-        return buffer;
+        return GetWindowTextA(w, buffer, sizeof buffer) ? buffer : "";
     }
     HWND pane = nullptr;
     HFONT font = nullptr;
@@ -71,9 +70,7 @@ TEST_F(DialogFill, TemplateWithFontMakesItBoldScalesByItAndReturnsFirstTabStop)
     RECT ok;
     GetWindowRect(GetDlgItem(pane, 203), &ok);
     MapWindowPoints(nullptr, pane, (LPPOINT)&ok, 2);
-    EXPECT_EQ(48 * bx / 4, ok.left);
-    EXPECT_EQ(20 * by / 8, ok.top);
-    EXPECT_EQ(40 * bx / 4, ok.right - ok.left);
+    EXPECT_EQ((std::vector<LONG>{48 * bx / 4, 20 * by / 8, 40 * bx / 4}), (std::vector<LONG>{ok.left, ok.top, ok.right - ok.left}));
 
     const struct { int id; const char* cls; } kItems[] = {{201, "Static"}, {202, "Edit"}, {203, "Button"}, {204, "HStat"}};
     for (const auto& item : kItems) {
@@ -83,8 +80,8 @@ TEST_F(DialogFill, TemplateWithFontMakesItBoldScalesByItAndReturnsFirstTabStop)
         EXPECT_EQ((LRESULT)font, SendDlgItemMessageA(pane, item.id, WM_GETFONT, 0, 0)) << item.id;
     }
     EXPECT_EQ("Status", Text(GetDlgItem(pane, 204))); // read as an HStat specification
-    std::vector<std::pair<UINT, WPARAM>> expected = {{WM_SETREDRAW, 0}, {WM_INITDIALOG, (WPARAM)first}, {WM_SETREDRAW, 1}};
-    EXPECT_EQ(expected, g_seen);
+    EXPECT_EQ((std::vector<std::pair<UINT, WPARAM>>{{WM_SETREDRAW, 0}, {WM_INITDIALOG, (WPARAM)first}, {WM_SETREDRAW, 1}}),
+              g_seen);
 }
 
 TEST_F(DialogFill, WithoutTemplateFontOrFontOutScalesByDialogBaseUnits)
@@ -104,24 +101,21 @@ TEST_F(DialogFill, WithoutTemplateFontOrFontOutScalesByDialogBaseUnits)
     EXPECT_EQ(0, SendDlgItemMessageA(pane, 204, WM_GETFONT, 0, 0));
 }
 
-TEST_F(DialogFill, EmptyTemplateReturnsZeroYetSendsEverythingAndMissingOneNothing)
+// An empty template returns zero yet sends everything, a missing one nothing;
+// ClearDialog destroys every child between two WM_SETREDRAW.
+TEST_F(DialogFill, EmptyOrMissingTemplatesAndClearDialogSendTheirMessages)
 {
+    using Log = std::vector<std::pair<UINT, WPARAM>>;
     EXPECT_EQ(nullptr, Fill(999, nullptr, &font));
-    EXPECT_TRUE(g_seen.empty());
+    EXPECT_EQ(Log(), g_seen);
     EXPECT_EQ(nullptr, Fill(220, nullptr, &font));
     EXPECT_EQ("Empty", Text(pane));
-    std::vector<std::pair<UINT, WPARAM>> expected = {{WM_SETREDRAW, 0}, {WM_INITDIALOG, 0}, {WM_SETREDRAW, 1}};
-    EXPECT_EQ(expected, g_seen);
-}
-
-TEST_F(DialogFill, ClearDialogDestroysEveryChild)
-{
+    EXPECT_EQ((Log{{WM_SETREDRAW, 0}, {WM_INITDIALOG, 0}, {WM_SETREDRAW, 1}}), g_seen);
     Fill(200, nullptr, &font);
     g_seen.clear();
     EXPECT_TRUE(ClearDialog(pane));
     EXPECT_EQ(nullptr, GetWindow(pane, GW_CHILD));
-    std::vector<std::pair<UINT, WPARAM>> expected = {{WM_SETREDRAW, 0}, {WM_SETREDRAW, 1}};
-    EXPECT_EQ(expected, g_seen);
+    EXPECT_EQ((Log{{WM_SETREDRAW, 0}, {WM_SETREDRAW, 1}}), g_seen);
 }
 
 TEST(DialogInfo, OneBlockPerWindowUnderPropertyL)

@@ -5,6 +5,8 @@
 
 #include <string.h>
 #include <string>
+#include <tuple>
+#include <vector>
 
 namespace {
 
@@ -70,34 +72,36 @@ protected:
     TestParent parent;
 };
 
-TEST_F(Stat, RunTimeSetTextKeepsBracketsAndCaretAndLeavesImagesAlone)
+// At run time WM_SETTEXT keeps brackets and caret and leaves the colours and an
+// image alone; at design time texts are specifications and empty shows the sample.
+TEST_F(Stat, SetTextAtRunAndDesignTime)
 {
-    HWND ctl = Make("[blue];;x", HSK_TEXT);
-    EXPECT_EQ(1, SendMessageA(ctl, WM_SETTEXT, 0, (LPARAM) "[red]a^b"));
-    EXPECT_EQ("[red]a^b", Text(ctl));
-    EXPECT_EQ(0xff0000, SendMessageA(ctl, HSM_GETTEXTCOLOR, 0, 0));
+    TestParent editor("DlgEditQuillTest");
+    const struct { bool design; DWORD kind; const char* spec; const char* set; const char* text; UINT colourMsg; LRESULT colour; } kRows[] = {
+        {false, HSK_TEXT, "[blue];;x", "[red]a^b", "[red]a^b", HSM_GETTEXTCOLOR, 0xff0000},
+        {false, HSK_TEXT, "", nullptr, "", 0, 0}, // 0: no colour asked
+        {false, HSK_IMAGE, "STATRED", "other", "", 0, 0},
+        {true, HSK_GROUP, "", nullptr, "Text", 0, 0},
+        {true, HSK_GROUP, "", "[blue];[red];X^Y", "X\nY", HSM_GETBKCOLOR, 0x0000ff},
+    };
+    for (const auto& r : kRows) {
+        HWND ctl = r.design ? editor.Child(HSTAT_CLASS, r.spec, r.kind, 60) : Make(r.spec, r.kind);
+        LRESULT image = SendMessageA(ctl, HSM_GETIMAGE, 0, 0);
+        EXPECT_EQ(r.kind == HSK_IMAGE, image != 0) << r.spec;
+        if (r.set)
+            EXPECT_EQ(1, SendMessageA(ctl, WM_SETTEXT, 0, (LPARAM)r.set)) << r.set;
+        EXPECT_EQ(r.text, Text(ctl)) << r.spec;
+        if (r.colourMsg)
+            EXPECT_EQ(r.colour, SendMessageA(ctl, r.colourMsg, 0, 0)) << r.spec;
+        EXPECT_EQ(image, SendMessageA(ctl, HSM_GETIMAGE, 0, 0)) << r.spec;
+        DestroyWindow(ctl);
+    }
+    HWND ctl = Make("x", HSK_TEXT);
+    SendMessageA(ctl, WM_SETTEXT, 0, (LPARAM) "[red]a^b");
     EXPECT_EQ(0, SendMessageA(ctl, WM_SETTEXT, 0, 0));
     char small[4];
     EXPECT_EQ(3, SendMessageA(ctl, WM_GETTEXT, sizeof small, (LPARAM)small));
     EXPECT_STREQ("[re", small);
-
-    HWND image = Make("STATRED", HSK_IMAGE);
-    LRESULT handle = SendMessageA(image, HSM_GETIMAGE, 0, 0);
-    EXPECT_NE(0, handle);
-    EXPECT_EQ(1, SendMessageA(image, WM_SETTEXT, 0, (LPARAM) "other"));
-    EXPECT_EQ(handle, SendMessageA(image, HSM_GETIMAGE, 0, 0));
-    EXPECT_EQ("", Text(image));
-}
-
-TEST_F(Stat, AtDesignTimeTextsAreSpecificationsAndEmptyShowsTheSample)
-{
-    TestParent editor("DlgEditQuillTest");
-    HWND ctl = editor.Child(HSTAT_CLASS, "", HSK_GROUP, 60);
-    EXPECT_EQ("Text", Text(ctl));
-    EXPECT_EQ("", Text(Make("", HSK_TEXT))); // at run time: empty
-    EXPECT_EQ(1, SendMessageA(ctl, WM_SETTEXT, 0, (LPARAM) "[blue];[red];X^Y"));
-    EXPECT_EQ("X\nY", Text(ctl));
-    EXPECT_EQ(0x0000ff, SendMessageA(ctl, HSM_GETBKCOLOR, 0, 0));
 }
 
 TEST_F(Stat, MessagesOfKindAlignmentHitTestAndStyle)
@@ -172,51 +176,38 @@ TEST_F(Stat, TransparentControlMakesTheParentRepaintBehindIt)
 
 // ---- pixels ----
 
-TEST_F(Stat, EachFrameDrawsItsEdgesAndFills)
+// Each kind and frame at the pixels that matter: frame edges ((0,0), (1,1) and
+// the opposite corners; NULL_PEN's fill stops short of the right and bottom),
+// the two-pixel lines (white over grey, swapped when sunken; a sunken frame
+// with a border looks raised; the second pen closes the far end), and a 16 by
+// 12 picture centred in a 40 by 40 client (columns 12 to 27, rows 14 to 25).
+TEST_F(Stat, EachKindAndFrameDrawsItsEdgesAndFills)
 {
-    COLORREF shadow = GetSysColor(COLOR_BTNSHADOW);
-    const struct { DWORD style; COLORREF corner, inner, opposite, innerOpposite; } kFrames[] = {
-        // (0,0), (1,1), (R,B), (R-1,B-1); NULL_PEN's fill stops short of R and B
-        {0, kBlue, kBlue, kPrefill, kBlue},
-        {WS_BORDER, kBlack, kBlue, kBlack, kBlue},
-        {HSS_SUNKEN, shadow, kBlue, kWhite, kBlue},
-        {HSS_SUNKEN | WS_BORDER, kWhite, kBlue, shadow, kBlue}, // looks raised
-        {HSS_RIDGE | HSS_SUNKEN, kWhite, shadow, shadow, kWhite},
-        {HSS_TRANSPARENT | WS_BORDER, kBlack, kPrefill, kBlack, kPrefill},
+    const COLORREF S = GetSysColor(COLOR_BTNSHADOW), Win = GetSysColor(COLOR_WINDOW), P = kPrefill, Bl = kBlue, W = kWhite,
+                   G = kGrey, K = kBlack;
+    const struct { const char* spec; DWORD style; int size; std::vector<std::tuple<int, int, COLORREF>> points; } kRows[] = {
+        {"[black];[blue];", HSK_BLANK, 60, {{0, 0, Bl}, {1, 1, Bl}, {59, 29, P}, {58, 28, Bl}}},
+        {"[black];[blue];", HSK_BLANK | WS_BORDER, 60, {{0, 0, K}, {1, 1, Bl}, {59, 29, K}, {58, 28, Bl}}},
+        {"[black];[blue];", HSK_BLANK | HSS_SUNKEN, 60, {{0, 0, S}, {1, 1, Bl}, {59, 29, W}, {58, 28, Bl}}},
+        {"[black];[blue];", HSK_BLANK | HSS_SUNKEN | WS_BORDER, 60, {{0, 0, W}, {1, 1, Bl}, {59, 29, S}, {58, 28, Bl}}},
+        {"[black];[blue];", HSK_BLANK | HSS_RIDGE | HSS_SUNKEN, 60, {{0, 0, W}, {1, 1, S}, {59, 29, S}, {58, 28, W}}},
+        {"[black];[blue];", HSK_BLANK | HSS_TRANSPARENT | WS_BORDER, 60, {{0, 0, K}, {1, 1, P}, {59, 29, K}, {58, 28, P}}},
+        {"", HSK_BLANK, 60, {{5, 5, Win}}}, // background 0: the window colour
+        {"", HSK_HLINE, 40, {{20, 0, W}, {20, 1, G}, {39, 0, G}, {0, 1, W}, {20, 2, P}}},
+        {"", HSK_HLINE | HSS_SUNKEN, 40, {{20, 0, G}, {20, 1, W}, {39, 0, W}, {0, 1, G}, {20, 2, P}}},
+        {"", HSK_HLINE | HSS_SUNKEN | WS_BORDER, 40, {{20, 0, W}, {20, 1, G}, {39, 0, G}, {0, 1, W}, {20, 2, P}}},
+        {"", HSK_VLINE, 40, {{0, 20, W}, {1, 20, G}, {0, 39, G}, {1, 0, W}, {2, 20, P}}},
+        {"", HSK_VLINE | HSS_SUNKEN, 40, {{0, 20, G}, {1, 20, W}, {0, 39, W}, {1, 0, G}, {2, 20, P}}},
+        {"STATRED", HSK_IMAGE, 40, {{12, 14, kRed}, {27, 25, kRed}, {11, 14, Win}, {28, 26, Win}}},
     };
-    for (const auto& f : kFrames) {
-        HWND ctl = Make("[black];[blue];", HSK_BLANK | f.style);
+    for (const auto& r : kRows) {
+        HWND ctl = Make(r.spec, r.style, r.size, r.size == 60 ? 30 : r.size);
         Canvas c(ctl);
-        int R = c.rc.right - 1, B = c.rc.bottom - 1;
-        EXPECT_EQ(60, c.rc.right) << "a border adds one pixel on each side to the client";
-        EXPECT_EQ(f.corner, c.At(0, 0)) << std::hex << f.style;
-        EXPECT_EQ(f.inner, c.At(1, 1)) << std::hex << f.style;
-        EXPECT_EQ(f.opposite, c.At(R, B)) << std::hex << f.style;
-        EXPECT_EQ(f.innerOpposite, c.At(R - 1, B - 1)) << std::hex << f.style;
+        EXPECT_EQ(r.size, c.rc.right) << "a border adds one pixel on each side to the client";
+        for (const auto& p : r.points)
+            EXPECT_EQ(std::get<2>(p), c.At(std::get<0>(p), std::get<1>(p)))
+                << std::hex << r.style << std::dec << " at " << std::get<0>(p) << "," << std::get<1>(p);
         DestroyWindow(ctl);
-    }
-    Canvas plain(Make("", HSK_BLANK));
-    EXPECT_EQ(GetSysColor(COLOR_WINDOW), plain.At(5, 5)); // background 0: the window colour
-}
-
-TEST_F(Stat, LinesAreTwoPixelsWhiteOverGreyOrSwappedWhenSunken)
-{
-    const struct { DWORD kind, style; COLORREF first, second; } kLines[] = {
-        {HSK_HLINE, 0, kWhite, kGrey},
-        {HSK_HLINE, HSS_SUNKEN, kGrey, kWhite},
-        {HSK_HLINE, HSS_SUNKEN | WS_BORDER, kWhite, kGrey}, // a sunken line with a border looks raised
-        {HSK_VLINE, 0, kWhite, kGrey},
-        {HSK_VLINE, HSS_SUNKEN, kGrey, kWhite},
-    };
-    for (const auto& l : kLines) {
-        Canvas c(Make("", l.kind | l.style, 40, 40));
-        bool h = l.kind == HSK_HLINE;
-        auto at = [&](int along, int across) { return h ? c.At(along, across) : c.At(across, along); };
-        EXPECT_EQ(l.first, at(20, 0)) << l.kind << " " << l.style;
-        EXPECT_EQ(l.second, at(20, 1));
-        EXPECT_EQ(l.second, at(39, 0)); // the second pen closes the far end
-        EXPECT_EQ(l.first, at(0, 1));
-        EXPECT_EQ(kPrefill, at(20, 2));
     }
 }
 
@@ -253,15 +244,8 @@ TEST_F(Stat, GroupLabelBoxIsInsetByItsFrame)
     }
 }
 
-TEST_F(Stat, ImageIsCentredAndTheSiblingClipSparesOverlaps)
+TEST_F(Stat, TheSiblingClipSparesOverlaps)
 {
-    Canvas image(Make("STATRED", HSK_IMAGE, 40, 40));
-    // A 16 by 12 picture in a 40 by 40 client: columns 12 to 27, rows 14 to 25.
-    EXPECT_EQ(kRed, image.At(12, 14));
-    EXPECT_EQ(kRed, image.At(27, 25));
-    EXPECT_NE(kRed, image.At(11, 14));
-    EXPECT_NE(kRed, image.At(28, 26));
-
     ShowWindow(parent.hwnd(), SW_SHOW); // the clip skips siblings that are not visible
     HWND ctl = Make("[black];[blue];", HSK_BLANK | WS_CLIPSIBLINGS);
     ASSERT_TRUE(parent.Child("STATIC", "", 0, 52, 10, 10, 10, 10)); // over its top left
