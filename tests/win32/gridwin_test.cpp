@@ -385,3 +385,79 @@ TEST_F(GridWin, ReadOnlyAndInPlaceGridsHaveNoEditBar)
 }
 
 } // namespace
+
+namespace {
+
+std::string Titles(HGridData* grid)
+{
+    std::string s;
+    for (LONG i = 0; i < grid->fields->count; i++)
+        s += std::string(i ? "," : "") + HGFieldAt(grid, i)->title;
+    return s;
+}
+
+TEST_F(GridWin, FieldOrderReadsTheMapAndWritesItBackByMoves)
+{
+    Make(HGS_FIELDMAP);
+    LONG order[3] = {-9, -9, -9};
+    EXPECT_EQ(2, Send(HGM_MOVEFIELD, 0, 2));
+    EXPECT_EQ("Qty,Sum,Num", Titles(gw->grid));
+    EXPECT_EQ(1, Send(HGM_GETFIELDORDER, 0, (LPARAM)order));
+    EXPECT_EQ(2, order[0]);
+    EXPECT_EQ(0, order[1]);
+    EXPECT_EQ(1, order[2]);
+    EXPECT_EQ(2, Send(HGM_GETFIELDATPOS, 0)); // storage position 0 shows as column 2
+    const LONG identity[3] = {0, 1, 2};
+    EXPECT_EQ(1, Send(HGM_SETFIELDORDER, 0, (LPARAM)identity));
+    EXPECT_EQ("Num,Qty,Sum", Titles(gw->grid));
+}
+
+TEST_F(GridWin, PositionSetsScrollSilently)
+{
+    Make();
+    while (gw->grid->records->count < 60)
+        HLListAdd(gw->grid->records, nullptr);
+    Send(HGM_RELAYOUT, 0);
+    parent.seen.clear();
+    EXPECT_EQ(20, Send(HGM_SETTOPROW, 20, 0));
+    EXPECT_EQ(20, Send(HGM_GETTOPROW));
+    EXPECT_EQ(25, Send(HGM_SETTOPROW, 3, 25)); // the larger argument
+    EXPECT_EQ(0, Send(HGM_SETVSCROLLPOS, 0));
+    EXPECT_EQ(0, Send(HGM_GETTOPROW));
+    for (const SeenMsg& m : parent.seen)
+        EXPECT_NE(HGN_VSCROLLED, m.code);
+}
+
+// Every record exists and holds zeros.
+LONG CALLBACK ZeroRows(HWND, UINT, LONG, LPVOID) { return 1; }
+
+TEST_F(GridWin, ADataProcMakesTheGridVirtualAndItsRemovalPlain)
+{
+    Make();
+    EXPECT_EQ(0, Send(HGM_SETDATAPROC, 0, (LPARAM)ZeroRows));
+    EXPECT_TRUE(Send(HGM_GETFLAGS) & HGW_VIRTUAL);
+    EXPECT_EQ((LRESULT)ZeroRows, Send(HGM_GETDATAPROC));
+    EXPECT_EQ(1, Send(HGM_SETTOTAL, 0, 1000));
+    EXPECT_EQ(1000, Send(HGM_GETTOTAL));
+    EXPECT_EQ((LRESULT)ZeroRows, Send(HGM_SETDATAPROC, 0, 0));
+    EXPECT_FALSE(Send(HGM_GETFLAGS) & HGW_VIRTUAL);
+    EXPECT_EQ(0, Send(HGM_SETTOTAL, 0, 40));
+}
+
+TEST_F(GridWin, MirrorFollowsTheCurrentRecordAndClearEmptiesTheRows)
+{
+    Make();
+    LONG value = 77;
+    ASSERT_TRUE(HGSetCellData(grid, 1, 2, &value));
+    LONG mirror[3] = {-1, -1, -1};
+    EXPECT_EQ(1, Send(HGM_SETMIRROR, 0, (LPARAM)mirror));
+    EXPECT_EQ(0, mirror[1]); // record 0
+    Send(HGM_SETCURRENT, 0, Cell(0, 2));
+    EXPECT_EQ(77, mirror[1]);
+    EXPECT_EQ((LRESULT)mirror, Send(HGM_GETMIRROR));
+    EXPECT_EQ(1, Send(HGM_CLEAR, 1));
+    EXPECT_EQ(0, Send(HGM_GETRECORDCOUNT));
+    EXPECT_EQ(0, Send(HGM_GETCURRENT));
+}
+
+} // namespace
