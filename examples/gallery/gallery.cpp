@@ -156,6 +156,10 @@ bool SaveShot(HWND hWnd, const char* path)
 HWND GalleryStatPage(HWND parent, int x, int y);
 // The HButt row (buttpage.cpp).
 HWND GalleryButtPage(HWND parent, int x, int y);
+// The HEdit row (editpage.cpp).
+HWND GalleryEditPage(HWND parent, int x, int y);
+// The HGrid page (gridpage.cpp).
+HWND GalleryGridPage(HWND parent, int x, int y);
 
 int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR cmdLine, int show)
 {
@@ -167,10 +171,12 @@ int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR cmdLine, int show)
     wc.hbrBackground = (HBRUSH)(COLOR_WINDOW + 1);
     wc.lpszClassName = "QuillGallery";
     RegisterClassA(&wc);
-    HWND hWnd = CreateWindowExA(0, "QuillGallery", "Quill32 gallery", WS_OVERLAPPEDWINDOW, 20, 20, 900, 740,
+    HWND hWnd = CreateWindowExA(0, "QuillGallery", "Quill32 gallery", WS_OVERLAPPEDWINDOW, 20, 20, 900, 1000,
                                 nullptr, nullptr, hInstance, nullptr);
     GalleryStatPage(hWnd, 4, 272);
     GalleryButtPage(hWnd, 4, 596);
+    GalleryEditPage(hWnd, 4, 704);
+    GalleryGridPage(hWnd, 4, 772);
     ShowWindow(hWnd, show ? show : SW_SHOW);
     UpdateWindow(hWnd);
 

@@ -243,7 +243,7 @@ LRESULT HEditOnSetText(HEditRecord* r, LPCSTR text)
         return -2;
     if (text[0] == '%' || (r->dataClass != HCLASS_STRING && HCtlDesignMode(r->base.hWnd))) {
         HEditSetType(r, text);
-        if (r->text)
+        if (r->text && r->value)
             HEditDisplay(r, (r->base.wFlags & HEF_FOCUS) != 0);
         return 1;
     }
@@ -468,6 +468,7 @@ BOOL HEditWindowMsg(HEditRecord* r, UINT msg, WPARAM wParam, LPARAM lParam, LRES
         *result = HEditLength(r);
         return TRUE;
     case WM_PAINT:
+    case WM_PRINTCLIENT: // a printed picture takes the path of a paint into a given dc
         return HEditOnPaint(r, (HDC)wParam);
     case WM_ERASEBKGND:
         HEditErase(r, (HDC)wParam, nullptr);
@@ -619,6 +620,10 @@ extern "C" LRESULT CALLBACK HEditMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
     if (msg == WM_NCDESTROY) {
         HEditOnDestroy(r);
         *notHandled = TRUE;
+        return 0;
+    }
+    if (!r->text || !r->value) {
+        *notHandled = TRUE; // a retype that found no memory leaves a plain window
         return 0;
     }
     LRESULT result = 0;

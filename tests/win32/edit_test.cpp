@@ -425,4 +425,44 @@ TEST(EditWindow, RetypingSettingTextAndTheClock)
     EXPECT_EQ(expected, clock.Text());
 }
 
+// Horizontal scrolling: a field scrolls by a third of its width with its style, and without it takes only what fits.
+struct ScrollCase {
+    const char* name;
+    const char* typeSpec;
+    DWORD style;
+    const char* keys;
+    bool scrolled;     // firstChar moved and HEN_HSCROLL was sent
+    size_t length;     // of the text afterwards
+};
+
+TEST(EditScrolling, AFieldScrollsWithItsStyleAndOtherwiseTakesWhatFits)
+{
+    SetOverwriteMode(0);
+    const ScrollCase cases[] = {
+        {"scrolling: the caret at the end moves the view", "%ssabcdefghijklmnopqrstuvwxyz0123456789",
+         HES_AUTOHSCROLL, "\x02" /* End */, true, 36},
+        {"scrolling: typing past the edge moves the view", "%ss", HES_AUTOHSCROLL, "abcdefghijklmnopqrstuvwxyz", true, 26},
+        {"no scrolling: characters that do not fit are refused", "%ss", 0, "abcdefghijklmnopqrstuvwxyz", false, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EditWin w(c.typeSpec, c.style, 80);
+        w.Focus();
+        SendMessageA(w.hWnd, EM_SETSEL, 0, 0);
+        w.parent.seen.clear();
+        w.Type(c.keys);
+        LONG first = (LONG)SendMessageA(w.hWnd, HEM_GETFIRSTCHAR, 0, 0);
+        bool told = false;
+        for (const auto& m : w.parent.seen)
+            told |= m.code == HEN_HSCROLL;
+        EXPECT_EQ(c.scrolled, first > 0);
+        EXPECT_EQ(c.scrolled, told);
+        if (c.length)
+            EXPECT_EQ(c.length, w.Text().size());
+        else
+            EXPECT_LT(w.Text().size(), 26u);
+        EXPECT_EQ(w.Text().size(), (size_t)HIWORD(w.Sel())); // the caret follows to the end
+    }
+}
+
 } // namespace
