@@ -237,6 +237,36 @@ TEST(CombDrop, OpensUpwardOnlyWhenBelowTheMiddleOfTheScreen)
     }
 }
 
+// Pixels of the drop button inside its frame, read back from a memory context.
+int CountInButton(HWND combo, COLORREF color)
+{
+    RECT rc;
+    GetClientRect(combo, &rc);
+    HDC screen = GetDC(nullptr);
+    HDC dc = CreateCompatibleDC(screen);
+    HGDIOBJ old = SelectObject(dc, CreateCompatibleBitmap(screen, rc.right, rc.bottom));
+    ReleaseDC(nullptr, screen);
+    EXPECT_EQ(1, SendMessageA(combo, WM_ERASEBKGND, (WPARAM)dc, 0));
+    int n = 0;
+    for (int x = rc.right - GetSystemMetrics(SM_CXVSCROLL) + 3; x < rc.right - 3; ++x)
+        for (int y = 3; y < rc.bottom - 3; ++y)
+            n += GetPixel(dc, x, y) == color;
+    DeleteObject(SelectObject(dc, old));
+    DeleteDC(dc);
+    return n;
+}
+
+TEST(CombDrop, ButtonShowsABlackArrowAndAGreyOneWhenDisabled)
+{
+    CombWin w(kDrop);
+    const COLORREF black = RGB(0, 0, 0), grey = RGB(128, 128, 128), green = RGB(0, 255, 0);
+    EXPECT_GE(CountInButton(w.combo, black), 10);
+    EXPECT_EQ(0, CountInButton(w.combo, green)); // the key colour never shows
+    EnableWindow(w.combo, FALSE);
+    EXPECT_EQ(0, CountInButton(w.combo, black));
+    EXPECT_GE(CountInButton(w.combo, grey), 10);
+}
+
 TEST(CombSelection, ListAndChildFollowEachOtherAndOnlyTheUserIsNotified)
 {
     CombWin w(kDrop);
