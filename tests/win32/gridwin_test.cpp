@@ -207,6 +207,8 @@ TEST_F(GridWin, DialogCodeFollowsTheDialogKeysStyle)
     for (const auto& c : cases) {
         Make(c.style);
         EXPECT_EQ(c.code, Send(WM_GETDLGCODE)) << c.style;
+        Send(HGM_SETFLAGS, 1, HGW_EDITING); // an editor with the focus wants every key
+        EXPECT_EQ(DLGC_WANTALLKEYS, Send(WM_GETDLGCODE)) << c.style;
         DestroyWindow(grid);
     }
 }
@@ -333,6 +335,24 @@ TEST_F(GridWin, APopupGridDisablesItsTargetUntilItCloses)
     SendMessageA(popup, WM_CLOSE, 0, 0);
     EXPECT_TRUE(IsWindowEnabled(parent.hwnd()));
     EXPECT_FALSE(IsWindow(popup));
+    // Destroyed without a close, it gives the input back as well.
+    popup = CreateWindowExA(0, HGRID_CLASS, "no such grid", WS_POPUP, 0, 0, 200, 100, parent.hwnd(), nullptr,
+                            GetModuleHandleA(nullptr), nullptr);
+    ASSERT_TRUE(popup);
+    EXPECT_FALSE(IsWindowEnabled(parent.hwnd()));
+    DestroyWindow(popup);
+    EXPECT_TRUE(IsWindowEnabled(parent.hwnd()));
+}
+
+TEST_F(GridWin, AnMdiGridAsksToBeDestroyedByItsClientInsteadOfClosing)
+{
+    Make(HGS_MDICHILD);
+    EXPECT_EQ(1, Send(WM_QUERYENDSESSION));
+    EXPECT_EQ(1, Send(WM_CLOSE));
+    EXPECT_TRUE(IsWindow(grid)); // WM_MDIDESTROY went to the parent, which is no MDI client
+    MSG m;
+    EXPECT_TRUE(PeekMessageA(&m, parent.hwnd(), WM_MDIDESTROY, WM_MDIDESTROY, PM_REMOVE));
+    EXPECT_EQ((WPARAM)grid, m.wParam);
 }
 
 TEST_F(GridWin, SetGridLinksANewGridAndRefusesNone)
@@ -351,9 +371,6 @@ TEST_F(GridWin, SetGridLinksANewGridAndRefusesNone)
     EXPECT_STREQ("Fresh", text);
 }
 
-} // namespace
-
-namespace {
 
 TEST_F(GridWin, AnEditableGridHasAnEditBarThatFollowsTheCurrentCell)
 {
@@ -384,9 +401,6 @@ TEST_F(GridWin, ReadOnlyAndInPlaceGridsHaveNoEditBar)
     }
 }
 
-} // namespace
-
-namespace {
 
 std::string Titles(HGridData* grid)
 {
