@@ -465,4 +465,71 @@ TEST(EditScrolling, AFieldScrollsWithItsStyleAndOtherwiseTakesWhatFits)
     }
 }
 
+// Keys that speak to the receiver, and F2, which shows the display form while held.
+struct TellCase {
+    const char* name;
+    UINT vk;
+    bool shift;
+    std::vector<WORD> expected;
+};
+
+TEST(EditKeys, NavigationKeysTellTheReceiverAndF2PreviewsTheDisplayForm)
+{
+    const TellCase cases[] = {
+        {"Tab", VK_TAB, false, {HN_TAB}},
+        {"Shift+Tab", VK_TAB, true, {HN_BACKTAB}},
+        {"Enter", VK_RETURN, false, {HN_ENTER}},
+        {"Escape", VK_ESCAPE, false, {HN_ESCAPE}},
+        {"F1 is help, then escape", VK_F1, false, {HN_HELP, HN_ESCAPE}},
+        {"arrows only move the caret", VK_UP, false, {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EditWin w("%ni");
+        w.Focus();
+        SetKeys(c.shift, false);
+        SendMessageA(w.hWnd, WM_KEYDOWN, c.vk, 1);
+        SetKeys(false, false);
+        std::vector<SeenMsg> expected;
+        for (WORD code : c.expected)
+            expected.push_back(Note(w.hWnd, code));
+        EXPECT_SEEN(w.parent, expected);
+    }
+    EditWin w("%nd#,##0.00");
+    w.Focus();
+    w.Type("1234");
+    SendMessageA(w.hWnd, WM_KEYDOWN, VK_F2, 1);
+    EXPECT_EQ("1,234.00", w.Text());
+    EXPECT_TRUE(w.Flags() & HEF_DISPLAY);
+    w.Type("9"); // keys are ignored while the display form shows
+    SendMessageA(w.hWnd, WM_KEYUP, VK_F2, 1);
+    EXPECT_FALSE(w.Flags() & HEF_DISPLAY);
+    EXPECT_EQ(std::string::npos, w.Text().find(','));
+}
+
+TEST(EditMouse, TheFirstClickEntersAndLaterClicksPlaceAndSelect)
+{
+    EditWin w("%ssHello world");
+    EditWin other("%ss");
+    SetFocus(other.hWnd);
+    RECT text;
+    SendMessageA(w.hWnd, EM_GETRECT, 0, (LPARAM)&text);
+    LPARAM start = MAKELPARAM(text.left, text.top + 1), end = MAKELPARAM(text.right - 1, text.top + 1);
+    SendMessageA(w.hWnd, WM_LBUTTONDOWN, MK_LBUTTON, start);
+    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, start);
+    EXPECT_EQ(w.hWnd, GetFocus());
+    EXPECT_EQ(MAKELONG(0, 11), (LONG)w.Sel()); // only entered: the focus selected all
+    SendMessageA(w.hWnd, WM_LBUTTONDOWN, MK_LBUTTON, start);
+    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, start);
+    EXPECT_EQ(MAKELONG(0, 0), (LONG)w.Sel());
+    SendMessageA(w.hWnd, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, end);
+    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, end);
+    EXPECT_EQ(MAKELONG(0, 11), (LONG)w.Sel());
+    w.parent.seen.clear();
+    SendMessageA(w.hWnd, WM_LBUTTONDBLCLK, MK_LBUTTON, start);
+    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, start);
+    EXPECT_EQ(MAKELONG(0, 6), (LONG)w.Sel()); // the word and its trailing blank
+    EXPECT_SEEN(w.parent, {Note(w.hWnd, HEN_DBLCLK)});
+}
+
 } // namespace
