@@ -115,28 +115,21 @@ std::string Dump(HGridData* g)
 TEST(GridCreate, NegativeMetricsTakeDefaultsInPixelsOrNominalUnits)
 {
     DWORD base = SeamBaseUnits(nullptr);
-    int ux = LOWORD(base), uy = HIWORD(base);
-    const struct {
-        DWORD options;
-        int rowHeight, rowHeaderWidth, colHeaderHeight;
-        bool units; // expect the HGO_UNITS rule for negative values
-    } cases[] = {
-        {0, -1, -1, -1, false},
-        {HGO_UNITS, -1, -1, -1, true},
-        {HGO_UNITS | 4, -5, -2, -3, true}, // only the low two bits are read
-        {3, -1, -1, -1, false},
-        {2, -1, -1, -1, false},
-        {HGO_UNITS, 17, 0, 9, true}, // values that are not negative stand
+    const int H = 160 / HIWORD(base), W = 140 / LOWORD(base); // the HGO_UNITS defaults
+    const struct { DWORD options; int rowHeight, rowHeaderWidth, colHeaderHeight; std::vector<int> expected; } cases[] = {
+        {0, -1, -1, -1, {20, 35, 20}},
+        {HGO_UNITS, -1, -1, -1, {H, W, H}},
+        {HGO_UNITS | 4, -5, -2, -3, {H, W, H}}, // only the low two bits are read
+        {3, -1, -1, -1, {20, 35, 20}},
+        {2, -1, -1, -1, {20, 35, 20}},
+        {HGO_UNITS, 17, 0, 9, {17, 0, 9}}, // values that are not negative stand
     };
     for (const auto& c : cases) {
         HGridData* g = HGridCreate("G", 0, c.options, 0, c.rowHeight, c.rowHeaderWidth, c.colHeaderHeight, 3);
         ASSERT_NE(g, nullptr);
-        int rh = c.rowHeight >= 0 ? c.rowHeight : c.units ? 160 / uy : 20;
-        int rw = c.rowHeaderWidth >= 0 ? c.rowHeaderWidth : c.units ? 140 / ux : 35;
-        int ch = c.colHeaderHeight >= 0 ? c.colHeaderHeight : c.units ? 160 / uy : 20;
-        EXPECT_EQ(std::to_string(rh) + " " + std::to_string(rw) + " " + std::to_string(ch) + " " + std::to_string(c.options) + " 3",
-                  std::to_string(g->rowHeight) + " " + std::to_string(g->rowHeaderWidth) + " " + std::to_string(g->colHeaderHeight) + " "
-                      + std::to_string(g->options) + " " + std::to_string(g->minRows));
+        EXPECT_EQ(c.expected, (std::vector<int>{g->rowHeight, g->rowHeaderWidth, g->colHeaderHeight})) << c.options;
+        EXPECT_EQ(c.options, g->options);
+        EXPECT_EQ(3, g->minRows);
         HGridDestroy(g);
     }
 }
