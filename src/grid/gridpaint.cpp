@@ -141,31 +141,29 @@ BOOL PaintDataCell(HGridWindow* gw, HDC dc, const RECT* rc, int col, int row)
 }
 
 // The shown columns of the screen from first to last, as the hit test gives
-// them; -1 stands for the row header strip. Gives how many, at most `room`.
+// them; -1 stands for the row header strip. A first column that is not on the
+// screen (column 0 of the hit test without row headers) starts at the left.
+// Gives how many, at most `room`; ranOut tells whether the last one is the
+// screen's last.
 int ColumnsBetween(HGridWindow* gw, int first, int last, int* cols, int room, bool* ranOut)
 {
     int n = 0;
-    bool inside = first < 0;
-    if (inside && n < room)
+    if (room > 0)
         cols[n++] = -1;
-    *ranOut = true;
-    for (int i = -1; HGNextShownCol(gw, TRUE, &i);) {
-        if (i == first)
-            inside = true;
-        if (!inside)
-            continue;
-        if (n >= room) {
-            *ranOut = false;
-            break;
-        }
+    for (int i = -1; n < room && HGNextShownCol(gw, TRUE, &i);)
         cols[n++] = i;
-        if (i == last) {
-            int probe = i;
-            *ranOut = HGNextShownCol(gw, TRUE, &probe) == nullptr;
-            break;
-        }
+    int from = 0, to = n - 1;
+    for (int k = 0; k < n; ++k) {
+        if (cols[k] == first)
+            from = k;
+        if (cols[k] == last)
+            to = k;
     }
-    return n;
+    *ranOut = to == n - 1;
+    if (to < from)
+        return 0;
+    memmove(cols, cols + from, sizeof(int) * (size_t)(to - from + 1));
+    return to - from + 1;
 }
 
 void PaintGridLines(HGridWindow* gw, HDC dc, const RECT* area, const int* cols, int ncols)
@@ -339,6 +337,8 @@ LRESULT HGPaint(HGridWindow* gw, HDC hDC)
         update = ps.rcPaint;
     if (dc && gw->grid) {
         int saved = SaveDC(dc);
+        if (hDC) // BeginPaint clips to the client area; a context handed in may be larger
+            IntersectClipRect(dc, update.left, update.top, update.right, update.bottom);
         PaintArea(gw, dc, &update);
         RestoreDC(dc, saved);
     }

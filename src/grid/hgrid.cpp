@@ -1,6 +1,6 @@
 // HGrid: registration, the window procedure, and the class handler with the
-// window record's birth and end. The rest of the window's messages fall to the
-// common messages and default processing for now.
+// window record's birth and end, the edit bar and the grid cursors. The other
+// messages go to their own files.
 #include "frame/frame.h"
 #include "frame/strings.h"
 #include "grid/grid.h"
@@ -8,12 +8,13 @@
 #include "grid/gridwin.h"
 #include "seam.h"
 
-namespace {
-
-int g_gridInstances;      // grid windows alive
-HCURSOR g_hRowSizeCursor; // the module's cursors 4302 to 4304, while a grid lives
+HCURSOR g_hRowSizeCursor;
 HCURSOR g_hColSizeCursor;
 HCURSOR g_hColDragCursor;
+
+namespace {
+
+int g_gridInstances; // grid windows alive
 
 // Styles a loaded grid decides over the creation style; a child also takes
 // WS_TABSTOP from the file.
@@ -250,6 +251,7 @@ extern "C" LRESULT CALLBACK HGridMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         gw = nullptr; // freed: the rest is default processing
         break;
     case WM_PAINT:
+    case WM_PRINTCLIENT: // printing paints as WM_PAINT with a context does
         if (gw && gw->grid)
             return HGPaint(gw, (HDC)wParam);
         break;
