@@ -67,6 +67,21 @@ struct CombWin {
         SendMessageA(list, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(p.x, p.y));
         PumpMessages();
     }
+    // The button pressed, then the mouse dragged onto item index of the list that opened:
+    // the press passes to the list, whose release is queued first.
+    void HandOver(LONG index)
+    {
+        SendMessageA(combo, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(kWidth - 4, kHeight / 2));
+        const LONG row = (LONG)SendMessageA(list, LB_GETITEMHEIGHT, 0, 0);
+        POINT inList = {10, (LONG)(index * row + row / 2)}, screen = inList, inCombo;
+        ClientToScreen(list, &screen);
+        SetCursorPos(screen.x, screen.y);
+        inCombo = screen;
+        ScreenToClient(combo, &inCombo);
+        PostMessageA(list, WM_LBUTTONUP, 0, MAKELPARAM(inList.x, inList.y));
+        SendMessageA(combo, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(inCombo.x, inCombo.y));
+        PumpMessages();
+    }
     // A mouse event as the hook sees it, aimed at a window.
     LRESULT Hook(int code, WPARAM msg, HWND target)
     {
@@ -86,7 +101,7 @@ void KeepCommands(TestParent& p)
     p.seen = kept;
 }
 
-enum Act { F4, ALTDOWN, ALTUP, ENTER, ESCAPE, TAB, SHOW, HIDE, BUTTON, ITEM2, BLUR, DOWN };
+enum Act { F4, ALTDOWN, ALTUP, ENTER, ESCAPE, TAB, SHOW, HIDE, BUTTON, ITEM2, BLUR, DOWN, HANDOVER1 };
 
 void Perform(CombWin& w, Act a)
 {
@@ -103,6 +118,7 @@ void Perform(CombWin& w, Act a)
     case ITEM2: w.ClickItem(2); break;
     case BLUR: SetFocus(w.parent.hwnd()); break;
     case DOWN: w.Key(VK_DOWN); break;
+    case HANDOVER1: w.HandOver(1); break;
     }
 }
 
@@ -133,6 +149,8 @@ TEST(CombDrop, OpensAndClosesByKeysClicksAndFocusWithTheirNotifications)
         {"Tab with all keys is notified", kDrop | kKeys, {TAB}, {HN_TAB}, false, -1},
         {"Tab without all keys moves on silently", kDrop, {TAB}, {}, false, -1},
         {"a click on an item selects it and ends the drop", kDrop, {SHOW, ITEM2}, {HCN_DROPDOWN, HCN_SELCHANGE}, false, 2},
+        {"a drag from the button onto an item selects it and ends the drop", kDrop, {HANDOVER1},
+         {HCN_DROPDOWN, HCN_SELCHANGE}, false, 1},
         {"focus leaving the child closes the list", kDrop, {SHOW, BLUR}, {HCN_DROPDOWN, HCN_KILLFOCUS}, false, -1},
         {"Down in the one-item child steps both", kDrop, {DOWN, DOWN}, {HCN_SELCHANGE, HCN_SELCHANGE}, false, 1},
     };
@@ -312,9 +330,47 @@ TEST(CombSelection, TypingInTheEditWalksTheListToTheFirstItemWithThePrefix)
     SendMessageA(w.combo, WM_COMMAND, MAKEWPARAM(1, 0x300), (LPARAM)w.parent.hwnd());
     KeepCommands(w.parent);
     EXPECT_SEEN(w.parent, {});
-    // Down in the edit goes to the list.
+    // Down in the edit goes to the list, and the list's item comes into the edit.
     w.Key(VK_DOWN);
     EXPECT_EQ(2, w.ListCaret());
+    char text[32] = "";
+    SendMessageA(w.combo, WM_GETTEXT, sizeof text, (LPARAM)text);
+    EXPECT_STREQ("banana", text);
+}
+
+TEST(CombSelection, KeysTypedIntoTheEditAreToldAndWalkTheList)
+{
+    CombWin w(kDrop | kEdit);
+    SendMessageA(w.child, WM_CHAR, 'a', 0);
+    SendMessageA(w.child, WM_CHAR, 'b', 0);
+    SendMessageA(w.child, WM_CHAR, 'b', 0);
+    EXPECT_EQ(4, w.ListCaret()); // "abbey"
+    char text[32] = "";
+    SendMessageA(w.combo, WM_GETTEXT, sizeof text, (LPARAM)text);
+    EXPECT_STREQ("abb", text); // what was typed stays
+    KeepCommands(w.parent);
+    EXPECT_SEEN(w.parent, {w.Note(HCN_EDITUPDATE), w.Note(HCN_EDITCHANGE), w.Note(HCN_SELCHANGE),
+                           w.Note(HCN_EDITUPDATE), w.Note(HCN_EDITCHANGE), w.Note(HCN_SELCHANGE),
+                           w.Note(HCN_EDITUPDATE), w.Note(HCN_EDITCHANGE), w.Note(HCN_SELCHANGE)});
+}
+
+TEST(CombSelection, RetypingANotEditableComboKeepsOneStoreForBoth)
+{
+    for (DWORD style : {kDrop, DWORD(0)}) {
+        SCOPED_TRACE(style ? "drop list" : "open list");
+        CombWin w(style);
+        EXPECT_EQ(1, SendMessageA(w.combo, WM_SETTEXT, 0, (LPARAM)"%nl"));
+        EXPECT_EQ(0, SendMessageA(w.combo, CB_GETCOUNT, 0, 0));
+        LONG values[] = {30, 10, 20};
+        EXPECT_EQ(3, HCAddItems(w.combo, 3, values));
+        EXPECT_EQ(3, SendMessageA(w.child, HLM_GETCOUNT, 0, 0));
+        SendMessageA(w.combo, CB_SETCURSEL, 2, 0);
+        char text[32] = "";
+        SendMessageA(w.combo, WM_GETTEXT, sizeof text, (LPARAM)text);
+        EXPECT_STREQ("20", text);
+        DestroyWindow(w.combo);
+        EXPECT_TRUE(HeapValidate(GetProcessHeap(), 0, nullptr));
+    }
 }
 
 TEST(CombReentrancy, ReceiversThatVetoOrDestroyInsideANotification)
