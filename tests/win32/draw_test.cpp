@@ -208,18 +208,26 @@ TEST(DrawPushButton, AlignmentRightWinsOverLeftAndDisabledTextIsGrey)
     }
 }
 
-TEST(DrawPushButton, BitmapWinsOverText)
+// A bitmap of the screen's format, its left half one colour and its right half another.
+HBITMAP Halves(int w, int h, COLORREF left, COLORREF right)
 {
-    HBITMAP red = CreateBitmap(4, 4, 1, 32, nullptr);
-    Canvas c(100, 24, kMarker);
-    HDC m = CreateCompatibleDC(c.dc);
-    HGDIOBJ o = SelectObject(m, red);
-    HBRUSH b = CreateSolidBrush(kRed);
-    RECT all = {0, 0, 4, 4};
-    FillRect(m, &all, b);
-    DeleteObject(b);
+    HDC screen = GetDC(nullptr);
+    HBITMAP b = CreateCompatibleBitmap(screen, w, h);
+    ReleaseDC(nullptr, screen);
+    HDC m = CreateCompatibleDC(nullptr);
+    HGDIOBJ o = SelectObject(m, b);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x)
+            SetPixel(m, x, y, x < w / 2 ? left : right);
     SelectObject(m, o);
     DeleteDC(m);
+    return b;
+}
+
+TEST(DrawPushButton, BitmapWinsOverText)
+{
+    HBITMAP red = Halves(4, 4, kRed, kRed);
+    Canvas c(100, 24, kMarker);
     RECT r = {0, 0, 100, 24};
     DrawPushButton(nullptr, c.dc, &r, 2, 0, "IIII", nullptr, red, 0);
     EXPECT_EQ(c.at(50, 12), kRed) << "the bitmap, centred";
@@ -227,25 +235,9 @@ TEST(DrawPushButton, BitmapWinsOverText)
     DeleteObject(red);
 }
 
-// A 4x2 bitmap: left half lime, right half black.
-HBITMAP LimeBlack()
-{
-    HDC screen = GetDC(nullptr);
-    HBITMAP b = CreateCompatibleBitmap(screen, 4, 2);
-    ReleaseDC(nullptr, screen);
-    HDC m = CreateCompatibleDC(nullptr);
-    HGDIOBJ o = SelectObject(m, b);
-    for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 4; ++x)
-            SetPixel(m, x, y, x < 2 ? kLime : kBlack);
-    SelectObject(m, o);
-    DeleteDC(m);
-    return b;
-}
-
 TEST(HImageDraw, TheTransparentColourLetsTheBackgroundThroughAndZeroIsOpaque)
 {
-    HBITMAP b = LimeBlack();
+    HBITMAP b = Halves(4, 2, kLime, kBlack);
     HImage image = {HIMAGE_BITMAP, b, nullptr};
     const struct { COLORREF transparent; int x, y; COLORREF expected; const char* what; } rows[] = {
         {kLime, 3, 3, kRed, "lime left out"},  {kLime, 6, 4, kBlack, "black drawn"},
@@ -281,7 +273,7 @@ TEST(HImageDraw, UnknownTypeDrawsNothingAndNullIconOrCaptionCountAsDrawn)
 TEST(DrawPushButton, LeavesNoGdiObjectBehind)
 {
     Canvas c(60, 30, kMarker);
-    HBITMAP b = LimeBlack();
+    HBITMAP b = Halves(4, 2, kLime, kBlack);
     HImage image = {HIMAGE_BITMAP, b, nullptr};
     auto draw = [&] {
         for (int i = 0; i < 24; ++i) {
