@@ -235,5 +235,72 @@ void HGEditCancel(HGridWindow* gw)
 // No field has an editor window yet.
 BOOL HGEditorAttach(HGridWindow* gw, HGridData* grid, HGField* field) { return FALSE; }
 
-// The resize edges need the layout's hit test; until then the class cursor stays.
-BOOL HGSetCursor(HGridWindow* gw, UINT hitTest) { return FALSE; }
+LONG g_gridResizeTarget;
+
+namespace {
+
+LONG Held(LONG value, LONG low, LONG high) { return value < low ? low : value > high ? high : value; }
+
+// The grip of an edge: a third of the width beside it, 1 to 6 pixels.
+LONG Grip(LONG width) { return Held(width / 3, 1, 6); }
+
+} // namespace
+
+LONG HGResizeTargetAt(HGridWindow* gw, LONG x, LONG y)
+{
+    if (!gw || !gw->grid)
+        return 0;
+    HGridData* grid = gw->grid;
+    DWORD style = grid->style;
+    LONG h = grid->rowHeight > 0 ? grid->rowHeight : 1;
+    LONG g = Held(h / 3, 1, 4);
+    y += g; // an edge is caught from g above it to g below
+    LONG target = 0;
+    if ((style & HGS_SIZEROWS) && (!(style & HGS_ROWHEADERS) || x < 3)) {
+        LONG m = y % h;
+        if (m >= 0 && m < 2 * g) {
+            target = -1 - gw->topRow - y / h;
+            if (target == -1 && !(style & HGS_COLHEADERS))
+                target = 0;
+        }
+    }
+    if (target || !(style & HGS_SIZECOLS) || ((style & HGS_COLHEADERS) && y > g) || y <= -grid->colHeaderHeight)
+        return target;
+    int col = -1;
+    HGField* field = HGNextShownCol(gw, TRUE, &col);
+    if ((style & HGS_SIZEROWS) && (style & HGS_ROWHEADERS) && x >= -Grip(grid->rowHeaderWidth) &&
+        x < Grip(field ? field->width : 0))
+        return 1;
+    while (field && x > 0) {
+        x -= field->width;
+        int next = col;
+        HGField* following = HGNextShownCol(gw, TRUE, &next);
+        if (x >= -Grip(field->width) && x < Grip(following ? following->width : 0))
+            return col + 2;
+        field = following;
+        col = next;
+    }
+    return 0;
+}
+
+BOOL HGSetCursor(HGridWindow* gw, UINT hitTest)
+{
+    if (!gw || !gw->grid)
+        return FALSE;
+    if ((gw->wFlags & HGW_TRACKING) || hitTest != HTCLIENT) {
+        if (!(gw->wFlags & HGW_COLDRAG))
+            return FALSE;
+        SetCursor(g_hColDragCursor);
+        return TRUE;
+    }
+    POINT pt;
+    GetCursorPos(&pt);
+    ScreenToClient(gw->hWnd, &pt);
+    RECT body;
+    HGBodyRect(gw, &body);
+    g_gridResizeTarget = HGResizeTargetAt(gw, pt.x - body.left, pt.y - body.top);
+    if (!g_gridResizeTarget)
+        return FALSE;
+    SetCursor(g_gridResizeTarget < 0 ? g_hRowSizeCursor : g_hColSizeCursor);
+    return TRUE;
+}

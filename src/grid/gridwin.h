@@ -63,6 +63,17 @@ void HGEditCancel(HGridWindow* gw);
 BOOL HGEditorAttach(HGridWindow* gw, HGridData* grid, HGField* field);
 // Sets the cursor of a WM_SETCURSOR; 1 if it set one.
 BOOL HGSetCursor(HGridWindow* gw, UINT hitTest);
+// What an edge under the body point (x, y) resizes, as g_gridResizeTarget holds it.
+LONG HGResizeTargetAt(HGridWindow* gw, LONG x, LONG y);
+
+// The module's cursors 4302 to 4304, loaded while a grid window lives.
+extern HCURSOR g_hRowSizeCursor;
+extern HCURSOR g_hColSizeCursor;
+extern HCURSOR g_hColDragCursor;
+// The edge under the mouse: 0 none; -1 the column header's lower edge; -2 - r
+// the lower edge of row r; 1 the row header's right edge; c + 2 the right edge
+// of column c. One serves all grids: there is one mouse.
+extern LONG g_gridResizeTarget;
 
 // ---- The window's messages ----
 // Everything of the class handler but creation, end, painting, sizing and
