@@ -453,6 +453,21 @@ TEST(CombMessages, ComboBoxBlockAndOwnMessages)
     EXPECT_EQ(5, SendMessageA(high.combo, CB_GETCOUNT, 0, 0));
 }
 
+TEST(CombMessages, HiddenComboDoesNotOpenAndADialogEditorFillsASample)
+{
+    CombWin hidden(kDrop);
+    ShowWindow(hidden.combo, SW_HIDE);
+    SendMessageA(hidden.combo, CB_SHOWDROPDOWN, 1, 0);
+    EXPECT_FALSE(hidden.Dropped());
+    EXPECT_SEEN(hidden.parent, {});
+    // In a dialog editor both kinds of list show the sample lines, the dropped one by the combo.
+    for (DWORD style : {kDrop, DWORD(0)}) {
+        TestParent editor("DlgEditCombTest");
+        HWND combo = editor.Child(HCOMB_CLASS, "%s", style, kId, 10, 10, kWidth, 60);
+        EXPECT_EQ(25, SendMessageA(combo, CB_GETCOUNT, 0, 0)) << (style ? "drop list" : "open list");
+    }
+}
+
 TEST(CombMessages, GetDropHeightReadsALeadingHeight)
 {
     const struct {
