@@ -653,7 +653,10 @@ HFONT HGSetFont(HGridWindow* gw, HFONT hFont, BOOL redraw)
 void HGGridSized(HGridWindow* gw)
 {
     HWND self = gw->hWnd;
-    // The edit bar is laid out again here once HToolUpdate exists.
+    if (gw->hBar && IsWindow(gw->hBar))
+        HToolUpdate(gw->hBar); // the bar spans the new width
+    if (!IsWindow(self) || !gw->grid)
+        return;
     // An editor in the bar follows the bar; an in-place one stays on its cell.
     if (gw->hEditor && !(StyleOf(gw) & (HGS_READONLY | HGS_INPLACE)))
         EditorShow(gw);

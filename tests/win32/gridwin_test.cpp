@@ -475,3 +475,18 @@ TEST_F(GridWin, MirrorFollowsTheCurrentRecordAndClearEmptiesTheRows)
 }
 
 } // namespace
+
+namespace {
+
+TEST_F(GridWin, TheEditBarSpansTheGridAcrossAResize)
+{
+    Make();
+    MoveWindow(grid, 0, 0, 420, 200, TRUE);
+    RECT bar, client;
+    GetWindowRect(gw->hBar, &bar);
+    GetClientRect(grid, &client);
+    EXPECT_EQ(client.right, bar.right - bar.left);
+    EXPECT_GT(bar.bottom - bar.top, 0);
+}
+
+} // namespace
