@@ -224,7 +224,7 @@ void HEditOnDestroy(HEditRecord* r)
 {
     HWND self = r->base.hWnd;
     r->pfnValidate = nullptr; // no validator runs on a dying window
-    if (r->base.wFlags & HEF_FOCUS) {
+    if ((r->base.wFlags & HEF_FOCUS) && r->text && r->value) {
         HEditCommit(r, r->text);
         if (GetFocus() != self) {
             DestroyCaret();
@@ -372,8 +372,10 @@ BOOL HEditEditMsg(HEditRecord* r, UINT msg, WPARAM wParam, LPARAM lParam, LRESUL
         else if (r->dataClass == HCLASS_STRING || r->dataClass == HCLASS_MASKED)
             *result = _fstrnzcpy((LPSTR)lParam, (LPCSTR)r->value, (int)(SHORT)wParam);
         else {
-            memcpy((LPVOID)lParam, r->value, (size_t)r->dataSize);
-            *result = r->dataSize;
+            // A positive size smaller than the value bounds the copy.
+            LONG size = (SHORT)wParam > 0 && (SHORT)wParam < r->dataSize ? (SHORT)wParam : r->dataSize;
+            memcpy((LPVOID)lParam, r->value, (size_t)size);
+            *result = size;
         }
         return TRUE;
     case HEM_SETDATA:
