@@ -474,9 +474,6 @@ TEST_F(GridWin, MirrorFollowsTheCurrentRecordAndClearEmptiesTheRows)
     EXPECT_EQ(0, Send(HGM_GETCURRENT));
 }
 
-} // namespace
-
-namespace {
 
 TEST_F(GridWin, TheEditBarSpansTheGridAcrossAResize)
 {
@@ -487,6 +484,24 @@ TEST_F(GridWin, TheEditBarSpansTheGridAcrossAResize)
     GetClientRect(grid, &client);
     EXPECT_EQ(client.right, bar.right - bar.left);
     EXPECT_GT(bar.bottom - bar.top, 0);
+}
+
+TEST_F(GridWin, ADesignGridMovesItsStashEntryWithItsName)
+{
+    TestParent tool("DlgEditGridWin"); // a dialog editor's top window: design time
+    HWND design = tool.Child(HGRID_CLASS, "DSGNA", 0, 9);
+    ASSERT_TRUE(design);
+    DWORD thread = GetCurrentThreadId();
+    EXPECT_TRUE(GetStashed(thread, "DSGNA", nullptr));
+    EXPECT_TRUE(SendMessageA(design, WM_SETTEXT, 0, (LPARAM) "DSGNB"));
+    EXPECT_FALSE(GetStashed(thread, "DSGNA", nullptr));
+    EXPECT_TRUE(GetStashed(thread, "DSGNB", nullptr));
+    char text[16] = "";
+    GetWindowTextA(design, text, sizeof text);
+    EXPECT_STREQ("DSGNA", text); // the grid's own name stays at design time
+    DestroyWindow(design);
+    EXPECT_TRUE(GetStashed(thread, "DSGNB", nullptr)); // back under the new name
+    RemoveStashed(thread, "DSGNB");
 }
 
 } // namespace
