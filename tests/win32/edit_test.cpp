@@ -532,4 +532,34 @@ TEST(EditMouse, TheFirstClickEntersAndLaterClicksPlaceAndSelect)
     EXPECT_SEEN(w.parent, {Note(w.hWnd, HEN_DBLCLK)});
 }
 
+// The process-wide overwrite mode reaches class s alone, and never a selection.
+struct OverwriteCase {
+    const char* name;
+    const char* typeSpec;
+    DWORD selection; // EM_SETSEL arguments packed low and high; -1 leaves what the focus chose
+    const char* keys;
+    const char* text;
+};
+
+TEST(EditOverwrite, OverwriteModeReplacesCharactersOfStringsOnly)
+{
+    const OverwriteCase cases[] = {
+        {"the focus puts the caret at the start", "%ssabcd", (DWORD)-1, "xy", "xycd"},
+        {"at the end it appends", "%ssab", MAKELONG(2, 2), "cd", "abcd"},
+        {"typing over a selection inserts, the next key overwrites", "%ssabcd", MAKELONG(1, 3), "xy", "axy"},
+        {"a masked field is not touched by the mode", "%ms##-##", (DWORD)-1, "12", "12-__"},
+    };
+    SetOverwriteMode(1);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EditWin w(c.typeSpec);
+        w.Focus();
+        if (c.selection != (DWORD)-1)
+            SendMessageA(w.hWnd, EM_SETSEL, LOWORD(c.selection), HIWORD(c.selection));
+        w.Type(c.keys);
+        EXPECT_EQ(c.text, w.Text());
+    }
+    SetOverwriteMode(0);
+}
+
 } // namespace
