@@ -576,8 +576,8 @@ int HCombSync(HCombRecord* r, BOOL fromChild, BOOL notify)
 
 BOOL HCombDrawValue(HCombRecord* r, HDC dc, const RECT* rc, LPCVOID value, int how)
 {
-    if (!r)
-        return 0;
+    if (!r || !(HCombIsEditable(r) ? r->childRecord : r->listRecord))
+        return 0; // a child that was never made paints nothing
     if (HCombIsEditable(r)) {
         HEditDrawValue((HEditRecord*)r->childRecord, dc, rc, value, 0);
         return 1;

@@ -46,11 +46,13 @@ void HCombPlaceDrop(HCombRecord* r)
     drop.right = r->dropWidth > 0 ? combo.left + r->dropWidth : combo.right;
     if (HCombIsEditable(r))
         drop.left += 7;
+    // A list taller than the screen ends at its edge all the same; the cap keeps the sums in range.
+    const LONG height = r->dropHeight > screenH ? screenH : r->dropHeight;
     drop.top = combo.bottom;
-    drop.bottom = drop.top + r->dropHeight;
+    drop.bottom = drop.top + height;
     if (drop.bottom > screenH && combo.bottom > screenH / 2) {
         drop.bottom = combo.top; // no room below, and more above: open upward
-        drop.top = drop.bottom - r->dropHeight;
+        drop.top = drop.bottom - height;
     }
     if (drop.bottom > screenH)
         drop.bottom = screenH;
