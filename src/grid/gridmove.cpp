@@ -35,7 +35,36 @@ void UpdateBar(HGridWindow* gw, const HGField* field)
     SetDlgItemTextA(gw->hBar, IDC_HGRID_BARRECORD, number);
 }
 
-// Rows come into view by the least scroll; columns stay where they are.
+// A scrolled column comes into view: as the new left column if it lies left of
+// the area, else with as many columns before it as still leave it whole.
+void ScrollColIntoView(HGridWindow* gw, int col)
+{
+    if (col < gw->grid->frozenCols)
+        return;
+    LONG left = col;
+    if (col >= gw->leftCol) {
+        RECT area, rc;
+        HGScrollColsRect(gw, &area);
+        HGColRect(gw, col, &rc);
+        if (rc.right <= area.right)
+            return;
+        LONG room = area.right - area.left;
+        HGField* field = HGFieldAt(gw->grid, col);
+        LONG used = field ? field->width : 0;
+        for (int c = col - 1; c >= gw->grid->frozenCols; c--) {
+            HGField* before = HGFieldAt(gw->grid, c);
+            LONG width = before && !(before->flags & HGF_HIDDEN) ? before->width : 0;
+            if (used + width > room)
+                break;
+            used += width;
+            left = c;
+        }
+    }
+    if (left != gw->leftCol)
+        HGScroll(gw, left - gw->leftCol, 0, FALSE);
+}
+
+// A row comes into view by the least scroll.
 void ScrollRowIntoView(HGridWindow* gw, int row)
 {
     LONG shown = gw->visibleRows - ((gw->wFlags & HGW_PARTIALROW) ? 1 : 0);
@@ -127,6 +156,11 @@ BOOL HGMoveTo(HGridWindow* gw, int col, int row, BOOL extend, BOOL scroll)
     if (gw->hEditor && (refreshEditor || !inView) && IsWindow(gw->hEditor)) {
         ShowWindow(gw->hEditor, SW_HIDE);
         gw->wFlags &= (WORD)~HGW_EDITORSHOWN;
+    }
+    if (scroll && col >= 0) {
+        ScrollColIntoView(gw, col);
+        if (!Alive(hWnd, gw))
+            return FALSE;
     }
     if (scroll && row >= 0) {
         ScrollRowIntoView(gw, row);

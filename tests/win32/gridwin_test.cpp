@@ -504,4 +504,21 @@ TEST_F(GridWin, ADesignGridMovesItsStashEntryWithItsName)
     RemoveStashed(thread, "DSGNB");
 }
 
+TEST_F(GridWin, AMoveWithScrollBringsTheColumnAndTheRowIntoView)
+{
+    Make();
+    while (gw->grid->records->count < 60)
+        HLListAdd(gw->grid->records, nullptr);
+    MoveWindow(grid, 0, 0, 70, 120, TRUE); // room for one column and a few rows
+    Send(HGM_RELAYOUT, 0);
+    Send(HGM_SETCURRENT, 0, Cell(2, 40));
+    EXPECT_EQ(2, Send(HGM_GETLEFTCOL));
+    LRESULT top = Send(HGM_GETTOPROW);
+    EXPECT_LE(top, 40);
+    EXPECT_GT(top + gw->visibleRows, 40);
+    Send(HGM_SETCURRENT, 0, Cell(0, 1));
+    EXPECT_EQ(0, Send(HGM_GETLEFTCOL));
+    EXPECT_EQ(1, Send(HGM_GETTOPROW));
+}
+
 } // namespace
