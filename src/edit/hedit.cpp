@@ -370,7 +370,7 @@ BOOL HEditEditMsg(HEditRecord* r, UINT msg, WPARAM wParam, LPARAM lParam, LRESUL
         else if (r->base.wFlags & HEF_EMPTY)
             *result = 0;
         else if (r->dataClass == HCLASS_STRING || r->dataClass == HCLASS_MASKED)
-            *result = _fstrnzcpy((LPSTR)lParam, (LPCSTR)r->value, (int)(SHORT)wParam);
+            *result = (SHORT)wParam > 0 ? _fstrnzcpy((LPSTR)lParam, (LPCSTR)r->value, (SHORT)wParam) : 0;
         else {
             // A positive size smaller than the value bounds the copy.
             LONG size = (SHORT)wParam > 0 && (SHORT)wParam < r->dataSize ? (SHORT)wParam : r->dataSize;
@@ -464,7 +464,8 @@ BOOL HEditWindowMsg(HEditRecord* r, UINT msg, WPARAM wParam, LPARAM lParam, LRES
         *result = HEditOnSetText(r, (LPCSTR)lParam);
         return TRUE;
     case WM_GETTEXT:
-        *result = lParam ? _fstrnzcpy((LPSTR)lParam, r->text, (int)wParam) : 0;
+        // A size that reads as negative would copy without a bound: nothing is copied.
+        *result = (lParam && (int)wParam > 0) ? _fstrnzcpy((LPSTR)lParam, r->text, (int)wParam) : 0;
         return TRUE;
     case WM_GETTEXTLENGTH:
         *result = HEditLength(r);
