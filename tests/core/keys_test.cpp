@@ -81,13 +81,13 @@ TEST_F(Keys, NumberTypedFromEmptyStopsAtTheMaskCapacities)
     Type('n', "#,##0.00", "", 0, {
         {kHere, '1', "1", 1, 1, 0}, {kHere, '2', "12", 1, 1, 0}, {kHere, '3', "123", 1, 1, 0},
         {kHere, '4', "1234", 1, 1, 0}, {kHere, '5', "1234", 0, 0, 1}, // four integer places
-        {kHere, '.', "1234.", 1, 1, 0},                                          // the point is written at the end
-        {kHere, '5', "1234.5", 1, 1, 0}, {kHere, '0', "1234.50", 1, 1, 0}, {kHere, '9', "1234.50", 0, 0, 1},
-        {kHere, 'x', "1234.50", 0, 0, 1}, // two decimals; no letters
-        {kHere, kDelete, "1234.50", 0, 0, 0},                                    // nothing at the end: beep
+        {kHere, '.', "1234.", 1, 1, 0},                               // the point is written at the end
+        {kHere, '5', "1234.5", 1, 1, 0}, {kHere, '0', "1234.50", 1, 1, 0},
+        {kHere, '9', "1234.50", 0, 0, 1}, {kHere, 'x', "1234.50", 0, 0, 1}, // two decimals; no letters
+        {kHere, kDelete, "1234.50", 0, 0, 0},                               // nothing at the end: beep
         {6, kDelete, "1234.50", 0, 0, 1}, // a required decimal is zeroed, the caret steps on
-        {5, ' ', "1234.00", 1, 1, 0},     // a blank deletes too
-        {0, ' ', "234.00", 0, 1, 0},      // an optional digit goes
+        {5, ' ', "1234.00", 1, 1, 0},                                       // a blank deletes too
+        {0, ' ', "234.00", 0, 1, 0},                                        // an optional digit goes
     });
     Type('n', nullptr, "", 0, { // without a mask: the default mask
         {kHere, '4', "4", 1, 1, 0}, {kHere, '.', "4.", 1, 1, 0}, {kHere, '1', "4.1", 1, 1, 0},
@@ -98,9 +98,9 @@ TEST_F(Keys, MinusSignIsTypedInFrontAndDroppedByADigit)
 {
     Type('n', "#,##0.00", "12.50", 0, {
         {kHere, '-', "-12.50", 1, 1, 0}, {kHere, '-', "-12.50", 0, 0, 1}, // only at the front
-        {0, '-', "-12.50", 1, 1, 0},  // a second sign is not added
-        {0, 'x', "-12.50", 0, 0, 1},  // a refused key keeps the sign
-        {0, '7', "72.50", 1, 1, 0},   // a digit over the sign drops it
+        {0, '-', "-12.50", 1, 1, 0},                                      // a second sign is not added
+        {0, 'x', "-12.50", 0, 0, 1},                                      // a refused key keeps the sign
+        {0, '7', "72.50", 1, 1, 0},                                       // a digit over the sign drops it
         {0, '-', "-72.50", 1, 1, 0}, {0, kDelete, "72.50", 0, 0, 0},
     });
 }
@@ -113,12 +113,12 @@ TEST_F(Keys, ThePointJumpsToTheFractionAndADigitOnItFillsTheIntegerPartFirst)
     Type('n', "0.00", "0.00", 0, {
         {kHere, '.', "0.00", 2, 2, 0}, {kHere, '7', "0.70", 1, 1, 0}, // a required digit is zeroed and passed over
     });
-    Type('n', "#,##0", "12", 2, {{kHere, '.', "12", 0, 0, 1}});    // no fraction in the mask, no point
+    Type('n', "#,##0", "12", 2, {{kHere, '.', "12", 0, 0, 1}}); // no fraction in the mask, no point
     Type('n', "#0.00", "5.00", 1, {
-        {kHere, '7', "57.00", 1, 1, 0},                              // room in the integer part: inserted
-        {kHere, '8', "57.80", 2, 2, 0},                              // full: written behind the point
+        {kHere, '7', "57.00", 1, 1, 0}, // room in the integer part: inserted
+        {kHere, '8', "57.80", 2, 2, 0}, // full: written behind the point
     });
-    Type('n', "0.00", "5.", 1, {{kHere, '7', "5.7", 2, 2, 0}});     // inserted when the text ends at the point
+    Type('n', "0.00", "5.", 1, {{kHere, '7', "5.7", 2, 2, 0}}); // inserted when the text ends at the point
     Type('n', "0", "5", 1, {{kHere, '7', "5", 0, 0, 1}});
 }
 
@@ -150,10 +150,10 @@ TEST_F(Keys, CalculatorDigitsEnterAtTheRightAndPushThePoint)
     Type('z', "0.00", "0.00", 4, {
         {kHere, '1', "0.01", 0, 4, 0}, {kHere, '2', "0.12", 0, 4, 0}, {kHere, '3', "1.23", 0, 4, 0},
         {kHere, '4', "12.34", 1, 5, 0}, {kHere, '-', "-12.34", 1, 6, 0},
-        {kHere, '-', "12.34", -1, 7, 0}, // a second minus takes the sign away
-        {kHere, '+', "12.34", 0, 6, 0}, {kHere, '.', "12.34", 0, 6, 0}, // the point stays where the mask puts it
+        {kHere, '-', "12.34", -1, 7, 0},                                    // a second minus takes the sign away
+        {kHere, '+', "12.34", 0, 6, 0}, {kHere, '.', "12.34", 0, 6, 0},     // the point stays where the mask puts it
         {kHere, 'x', "12.34", 0, 0, 1}, {kHere, kDelete, "12.34", 0, 0, 0}, // the caret is at the end
-        {4, kDelete, "1.23", 0, 0, 0}, {3, kDelete, "0.12", 0, 0, 1}, // a zero comes in front, the caret steps on
+        {4, kDelete, "1.23", 0, 0, 0}, {3, kDelete, "0.12", 0, 0, 1},       // a zero comes in front, the caret steps on
         {1, kDelete, "0.12", 0, 0, 1}, {0, '-', "-0.12", 1, 5, 0}, {0, kDelete, "0.12", 0, 0, 0},
     });
 }
@@ -164,10 +164,10 @@ TEST_F(Keys, MaskedTextStepsOverLiteralsSkipsBracketsAndTakesEscapesAsLiterals)
 {
     Type('m', "##-##", "__-__", 0, {
         {kHere, '1', "1_-__", 1, 1, 0}, {kHere, '2', "12-__", 1, 1, 0},
-        {kHere, '3', "12-3_", 2, 2, 0}, // behind the "-"
-        {kHere, 'a', "12-3_", 0, 0, 1},                                  // no letter at "#"
+        {kHere, '3', "12-3_", 2, 2, 0},                                 // behind the "-"
+        {kHere, 'a', "12-3_", 0, 0, 1},                                 // no letter at "#"
         {kHere, '4', "12-34", 1, 1, 0}, {kHere, '5', "12-34", 0, 0, 1}, // the mask has ended
-        {2, '-', "12-34", 1, 1, 0},                                      // a literal typed is stepped over
+        {2, '-', "12-34", 1, 1, 0},                                     // a literal typed is stepped over
         {3, kDelete, "12-_4", 0, 0, 1}, {2, kDelete, "12-_4", 0, 0, 1}, {5, kDelete, "12-_4", 0, 0, 0},
     });
     Type('m', "[blue]\\##!&@*", "#_-   ", 0, {
@@ -202,9 +202,9 @@ TEST_F(Keys, DateTypedOverItsDisplay)
         {kHere, '/', "12/07/2026", 1, 1, 0}, // on a separator: steps over it
         {kHere, '3', "12/37/2026", 1, 1, 0}, {kHere, '1', "12/31/2026", 1, 1, 0},
         {kHere, '5', "12/31/5026", 2, 2, 0}, // on a separator: into the next field
-        {10, '1', "12/31/5026", 0, 0, 1},                                         // the end; the year cannot grow
-        {0, '/', "12/31/5026", 3, 1, 0},                                          // behind the next separator
-        {6, '/', "12/31/5026", 0, 0, 1},                                          // none left
+        {10, '1', "12/31/5026", 0, 0, 1},    // the end; the year cannot grow
+        {0, '/', "12/31/5026", 3, 1, 0},     // behind the next separator
+        {6, '/', "12/31/5026", 0, 0, 1},     // none left
         {0, 'a', "12/31/5026", 0, 0, 1}, {0, ' ', " 2/31/5026", 1, 1, 0}, {3, kDelete, " 2/ 1/5026", 0, 0, 1},
         {2, kDelete, " 2/ 1/5026", 0, 0, 1}, {10, kDelete, " 2/ 1/5026", 0, 0, 0},
         {3, '4', " 2/41/5026", 1, 1, 0}, // a digit fills a blank
@@ -215,10 +215,10 @@ TEST_F(Keys, OneLetterFieldsGrowAndShrink)
 {
     Type('t', nullptr, "2:05:09 pm", 0, {
         {kHere, '1', "1:05:09 pm", 1, 1, 0},
-        {kHere, '1', "11:05:09 pm", 1, 10, 0}, // one digit and the caret behind it: grows
-        {kHere, '2', "11:25:09 pm", 2, 2, 0},  // two digits: the separator passes it on
-        {0, ' ', "1:25:09 pm", 0, 11, 0},      // two digits and the caret in them: shrinks
-        {0, ' ', " :25:09 pm", 1, 1, 0},       // one digit: blanked
+        {kHere, '1', "11:05:09 pm", 1, 10, 0},                            // one digit and the caret behind it: grows
+        {kHere, '2', "11:25:09 pm", 2, 2, 0},                             // two digits: the separator passes it on
+        {0, ' ', "1:25:09 pm", 0, 11, 0},                                 // two digits and the caret in them: shrinks
+        {0, ' ', " :25:09 pm", 1, 1, 0},                                  // one digit: blanked
         {0, '9', "9:25:09 pm", 1, 1, 0}, {7, ':', "9:25:09 pm", 1, 1, 0}, // a blank of the mask lets punctuation pass
         {8, 'a', "9:25:09 am", 1, 1, 0}, {5, 'a', "9:25:09 am", 0, 0, 1}, // letters only at the am/pm place
         {0, kDelete, " :25:09 am", 0, 0, 1},
@@ -232,7 +232,7 @@ TEST_F(Keys, OneLetterFieldsGrowAndShrink)
 TEST_F(Keys, DateAndTimeShareOneTextAndFollowTheLocale)
 {
     Type('a', nullptr, "03/07/2026 2:05:09 pm", 10, {
-        {kHere, '1', "03/07/2026 1:05:09 pm", 2, 2, 0},  // on the blank: into the hour
+        {kHere, '1', "03/07/2026 1:05:09 pm", 2, 2, 0}, // on the blank: into the hour
         {kHere, '0', "03/07/2026 10:05:09 pm", 1, 10, 0},
     });
     Type('k', "dd/mm/yyyy hh:mm", "03/07/2026 2:05 pm", 0, {
