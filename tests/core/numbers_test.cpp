@@ -20,18 +20,18 @@ using Numbers = TypedLocale;
 
 const struct { double value; int places; const char* digits; int decpt, sign; } kDigits[] = {
     {0.125, 2, "13", 0, 0}, // exact tie: away from zero
-    {2.5, 0, "3", 1, 0}, {0.5, 0, "1", 1, 0}, {-2.5, 0, "3", 1, 1}, // the sign apart
-    {9.5, 0, "10", 2, 0}, // a carry adds a digit
+    {0.5, 0, "1", 1, 0}, {-2.5, 0, "3", 1, 1},                                                   // the sign apart
+    {9.5, 0, "10", 2, 0},                                                                        // a carry adds a digit
     {1234.5, 2, "123450", 4, 0}, {0.05, 2, "5", -1, 0}, // zeros behind the point
     {0.015, 2, "1", -1, 0}, // binary 0.01499..., no tie
-    {9.995, 2, "999", 1, 0}, // binary 9.99499...
-    {0.005, 2, "1", -1, 0}, // binary 0.00500...01
+    {9.995, 2, "999", 1, 0},                                                                     // binary 9.99499...
+    {0.005, 2, "1", -1, 0},                                                                      // binary 0.00500...01
     {1e-10, 12, "100", -9, 0}, {0.0, 2, "", -2, 0}, {-0.0, 2, "", -2, 1}, {0.001, 2, "", -2, 0}, // rounds to nothing
     {5e-324, 64, "", -64, 0}, {0.1, 20, "10000000000000000555", 0, 0},
     {0.1, 64, "1000000000000000055511151231257827021181583404541015625000000000", 0, 0},
     {1e23, 0, "99999999999999991611392", 23, 0},
-    {18446744073709551616.0, 0, "18446744073709551616", 20, 0}, // 2^64: past the fast path
-    {9.3132257461547851562e-10, 29, "93132257461547851563", -9, 0}, // 2^-30: a tie past 27 places
+    {18446744073709551616.0, 0, "18446744073709551616", 20, 0},                        // 2^64: past the fast path
+    {9.3132257461547851562e-10, 29, "93132257461547851563", -9, 0},                    // 2^-30: a tie past 27 places
     {1.7976931348623157e308, 2, DBL_MAX_DIGITS "00", 309, 0}, {INFINITY, 2, "", 0, 0}, // no digits: -1
     {NAN, 2, "", 0, 0},
 };
@@ -107,7 +107,7 @@ TEST_F(Numbers, ReadingIsCorrectlyRoundedAndStopsAsAtofDoes)
 
 const struct { const char* text; char decimal; double value; } kStrips[] = {
     {"$1,234.50", '.', 1234.5}, {"(1.50)", '.', 1.5}, // parentheses go, and the sign with them
-    {"12-34", '.', 12.0}, // a minus in the middle stays where it is
+    {"12-34", '.', 12.0},                             // a minus in the middle stays where it is
     {"abc", '.', 0.0}, {"1.234,5", ',', 1234.5}, {"1,5 kg", ',', 1.5},
     {"1e5", '.', 15.0}, // no exponent: the letter falls away
 };
@@ -126,7 +126,7 @@ TEST_F(Numbers, StripKeepsDigitsMinusAndTheDecimalSeparator)
 const struct { char type; double number; BOOL result; double readBack; int bytesWritten; } kStores[] = {
     {'b', 300, TRUE, 44, 1}, // low bits, no range check
     {'b', -1, TRUE, 255, 1}, {'h', 200, TRUE, -56, 1}, {'s', 40000, TRUE, -25536, 2}, {'w', 65541, TRUE, 5, 2},
-    {'i', -1.9, TRUE, -1, 4}, // toward zero
+    {'i', -1.9, TRUE, -1, 4},                                                       // toward zero
     {'l', -2147483648.0, TRUE, -2147483648.0, 4}, {'l', -2147483649.0, TRUE, 0, 4}, // out of range stores 0
     {'u', -1, TRUE, 4294967295.0, 4}, {'u', 4294967296.0, TRUE, 0, 4}, {'W', 123456789, TRUE, 123456789, 4},
     {'l', NAN, TRUE, 0, 4}, {'f', 1.1, TRUE, (double)1.1f, 4}, {'d', 1e300, TRUE, 1e300, 8}, // no range for floats
@@ -159,10 +159,10 @@ const struct {
     {"*0.*", 0, 0, 0, {4, 2, 2, 1, -1, 0, 2, 1, 0, -1, 1, 0}},
     {"0.00;(0.00)", 1, 0, 5, {6, 2, 1, 1, 1, 1, 4, 2, 2, 2, 2, 0}},
     {"0.00", 1, 0, 0, {4, 1, 1, 1, 1, 0, 3, 2, 2, 2, 1, HNUM_MINUS}},
-    {"000", 0, 1, 0, {3, 3, 1, 1, 3, 0, 0, 0, 0, 0, 0, 0}}, // editing: one "0" pads
+    {"000", 0, 1, 0, {3, 3, 1, 1, 3, 0, 0, 0, 0, 0, 0, 0}},      // editing: one "0" pads
     {"[red]$#0", 0, 0, 0, {3, 3, 2, 1, 2, 1, 0, 0, 0, 0, 0, 0}}, // the section starts at its "["
     {"#0;[red](#0)", 1, 0, 3, {4, 4, 2, 1, 2, 2, 0, 0, 0, 0, 0, 0}},
-    {"#*#", 0, 0, 0, {3, 3, 3, 0, -1, 0, 0, 0, 0, 0, 0, 0}}, // "*" holds -1 for good
+    {"#*#", 0, 0, 0, {3, 3, 3, 0, -1, 0, 0, 0, 0, 0, 0, 0}},                           // "*" holds -1 for good
     {"0.0 kg.x", 0, 0, 0, {8, 1, 1, 1, 1, 0, 7, 1, 1, 1, 6, 0}}, {"#;", 1, 0, 2, {0}}, // an empty negative section
 };
 
@@ -193,19 +193,19 @@ const struct { double number; const char* mask; int size; BOOL editing; const ch
     {0.1, nullptr, 80, 0, "0.1000000000000000055511151231257827021181583404541015625", 57},
     {1234.5, "#,##0.00", 64, 0, "1,234.50", 8}, {0.5, "#,##0.00", 64, 0, "0.50", 4},
     {1234567, "#,##0.00", 64, 0, "1,234,567.00", 12},
-    {999.995, "#,##0.00", 64, 0, "1,000.00", 8}, // binary value above the tie
-    {0.125, "0.00", 64, 0, "0.13", 4}, // exact tie
+    {999.995, "#,##0.00", 64, 0, "1,000.00", 8},                      // binary value above the tie
+    {0.125, "0.00", 64, 0, "0.13", 4},                                // exact tie
     {100, "#,##0", 64, 0, "100", 3}, {5, "0,000", 64, 0, "0,005", 5}, // required zeros are grouped too
     {-1.5, "0.00;(0.00)", 64, 0, "(1.50)", 6},
     {-1.5, "0.00;(0.00)", 64, 1, "-1.50", 4}, // editing: a plain minus, the point uncounted
-    {12345, "##", 64, 0, "12345", 5}, // no mask cuts a number
+    {12345, "##", 64, 0, "12345", 5},         // no mask cuts a number
     {12345, nullptr, 4, 0, "###", 0}, {1234567, "#,##0.00", 12, 0, "###########", 0},
     {1234567, "#,##0.00", 13, 0, "1,234,567.00", 12}, {1234.5, "$#,##0.00", 64, 1, "1234.50", 6},
     {-5, "$#,##0.00", 64, 0, "-$5.00", 6}, // the sign goes left of the literals
     {12, "0000", 64, 0, "0012", 4}, {12, "0000", 64, 1, "12", 2},
     {5551234567.0, "(###) ###-####", 64, 0, "(555) 123-4567", 14}, {1.5, "0.00 kg", 64, 0, "1.50 kg", 7},
-    {5, "#.## kg", 64, 0, "5. kg", 5}, // the point stays with other literals
-    {5, "#.##", 64, 0, "5", 1}, // a bare point is not shown
+    {5, "#.## kg", 64, 0, "5. kg", 5},     // the point stays with other literals
+    {5, "#.##", 64, 0, "5", 1},            // a bare point is not shown
     {1.5, "#0.#0 kg", 64, 0, "1.50 k", 6}, // the closing walk takes a "0" for a literal
     {0, "#.##", 64, 0, "", 0}, {0.05, "#.##", 64, 0, ".05", 3}, {-0.001, "0.00", 64, 0, "-0.00", 5},
     {1.5, "0.00", 4, 1, "###", 0}, // the written point needs its byte
