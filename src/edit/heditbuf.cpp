@@ -16,7 +16,7 @@ bool HEditIsWordChar(char c) { return isgraph((unsigned char)c) || (unsigned cha
 bool HEditIsSpace(char c) { return isspace((unsigned char)c) != 0; }
 
 // Width of count characters of text from start, in the control's font; -1 if the measure failed.
-LONG HEditMeasure(HEditRecord* r, HDC dc, LPCSTR text, LONG start, LONG count)
+LONG HEditMeasure(HDC dc, LPCSTR text, LONG start, LONG count)
 {
     if (count <= 0)
         return 0;
@@ -77,14 +77,14 @@ LONG HEditWidthIn(HEditRecord* r, HDC dc, LPCSTR text, LONG length, LONG start, 
         return 0;
     // A neighbour is measured with the span so that a character's overhang counts.
     if (!(r->base.wFlags & HEF_RIGHT) && start + count < length) {
-        LONG both = HEditMeasure(r, dc, text, start, count + 1), next = HEditMeasure(r, dc, text, start + count, 1);
+        LONG both = HEditMeasure(dc, text, start, count + 1), next = HEditMeasure(dc, text, start + count, 1);
         return (both < 0 || next < 0) ? -1 : both - next;
     }
     if ((r->base.wFlags & HEF_RIGHT) && start >= 1) {
-        LONG both = HEditMeasure(r, dc, text, start - 1, count + 1), prev = HEditMeasure(r, dc, text, start - 1, 1);
+        LONG both = HEditMeasure(dc, text, start - 1, count + 1), prev = HEditMeasure(dc, text, start - 1, 1);
         return (both < 0 || prev < 0) ? -1 : both - prev;
     }
-    return HEditMeasure(r, dc, text, start, count);
+    return HEditMeasure(dc, text, start, count);
 }
 
 void HEditInvalidateRange(HEditRecord* r, LONG from, LONG to, BOOL erase)
