@@ -511,8 +511,8 @@
 #define HCN_EDITCHANGE 8
 /* Messages; the older numbers 0x400 to 0x418 are CB_ messages plus 0x2C0 */
 #define HCM_SYSKEY 0x4FB
-#define HM_CHILDFOCUS 0x4FC /* from the subclassed top child: it gained the focus */
-#define HM_CHILDBLUR 0x4FD  /* from the subclassed top child: it lost the focus */
+#define HM_CHILDFOCUS 0x479 /* from the subclassed top child: it gained the focus */
+#define HM_CHILDBLUR 0x47A  /* from the subclassed top child: it lost the focus */
 #define HCM_GETDROPHEIGHT 0x511
 #define HCM_SETDROPHEIGHT 0x512
 #define HCM_OLDFIRST 0x400
