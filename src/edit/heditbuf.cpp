@@ -355,7 +355,7 @@ void HEditSetSel(HEditRecord* r, int mode, LONG anchor, LONG caret)
             }
             if (distance) {
                 HWND self = r->base.hWnd;
-                HEditScrollBy(r, (r->base.wFlags & HEF_RIGHT) ? -distance : distance);
+                HEditScrollBy(r, distance); // by screen direction: the sign of a right-aligned field is taken there
                 if (!IsWindow(self))
                     return;
             }

@@ -433,6 +433,7 @@ struct ScrollCase {
     const char* keys;
     bool scrolled;     // firstChar moved and HEN_HSCROLL was sent
     size_t length;     // of the text afterwards
+    bool caretAtStart; // else the caret follows to the end
 };
 
 TEST(EditScrolling, AFieldScrollsWithItsStyleAndOtherwiseTakesWhatFits)
@@ -443,6 +444,10 @@ TEST(EditScrolling, AFieldScrollsWithItsStyleAndOtherwiseTakesWhatFits)
          HES_AUTOHSCROLL, "\x02" /* End */, true, 36},
         {"scrolling: typing past the edge moves the view", "%ss", HES_AUTOHSCROLL, "abcdefghijklmnopqrstuvwxyz", true, 26},
         {"no scrolling: characters that do not fit are refused", "%ss", 0, "abcdefghijklmnopqrstuvwxyz", false, 0},
+        {"right-aligned: typing at the end keeps the end in view", "%zd0.00", HES_AUTOHSCROLL,
+         "\x02" "1234567890123456", false, 17},
+        {"right-aligned: Home brings the start into view", "%zd0.00", HES_AUTOHSCROLL, "\x02" "1234567890123456" "\x01", true,
+         17, true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -461,7 +466,7 @@ TEST(EditScrolling, AFieldScrollsWithItsStyleAndOtherwiseTakesWhatFits)
             EXPECT_EQ(c.length, w.Text().size());
         else
             EXPECT_LT(w.Text().size(), 26u);
-        EXPECT_EQ(w.Text().size(), (size_t)HIWORD(w.Sel())); // the caret follows to the end
+        EXPECT_EQ(c.caretAtStart ? 0 : w.Text().size(), (size_t)HIWORD(w.Sel()));
     }
 }
 
