@@ -1,6 +1,6 @@
-// The current cell and the row selection of an HGrid window: the one road by
-// which the current cell moves, with its notifications, and the row marks. The
-// in-place editors are not here yet: commits and cancels have nothing to move.
+// The current cell and the selection of an HGrid window: the one road by which
+// the current cell moves, with its notifications, the keys that move it, the
+// row marks, and the inversion that shows the selection.
 #include <stdio.h>
 
 #include "grid/gridpaint.h"
@@ -153,10 +153,8 @@ BOOL HGMoveTo(HGridWindow* gw, int col, int row, BOOL extend, BOOL scroll)
     bool wantEditor = !range && field && !(field->flags & HGF_READONLY) && !(style & HGS_READONLY);
     bool refreshEditor = !(!range && !(gw->wFlags & HGW_RANGE) && (gw->wFlags & HGW_CELLSHOWN) &&
                            col == gw->curCol && (!(style & HGS_INPLACE) || same));
-    if (gw->hEditor && (refreshEditor || !inView) && IsWindow(gw->hEditor)) {
-        ShowWindow(gw->hEditor, SW_HIDE);
-        gw->wFlags &= (WORD)~HGW_EDITORSHOWN;
-    }
+    if (gw->hEditor && (refreshEditor || !inView))
+        HGEditorHide(gw);
     if (scroll && col >= 0) {
         ScrollColIntoView(gw, col);
         if (!Alive(hWnd, gw))
@@ -168,8 +166,13 @@ BOOL HGMoveTo(HGridWindow* gw, int col, int row, BOOL extend, BOOL scroll)
             return FALSE;
     }
 
+    HDC dc = GetDC(hWnd);
+    if (!(style & HGS_INPLACE) && !(gw->wFlags & (HGW_RANGE)) && (gw->wFlags & HGW_CELLSHOWN))
+        HGPaintCell(gw, dc, gw->curCol, gw->curRow); // takes the old cell's inversion away
     if (!(same && range)) {
-        InvalidateRange(gw); // the old selection
+        DWORD oldAnchor = HGPackCell(gw->anchorCol, gw->anchorRow);
+        DWORD oldCurrent = HGPackCell(gw->curCol, gw->curRow);
+        bool hadCell = (gw->wFlags & HGW_CELLSHOWN) != 0;
         SHORT oldRow = gw->curRow;
         if (!same) {
             gw->curCol = (SHORT)col;
@@ -180,27 +183,186 @@ BOOL HGMoveTo(HGridWindow* gw, int col, int row, BOOL extend, BOOL scroll)
             }
         }
         HCtlNotify(gw, HGN_CELLMOVED);
-        if (!Alive(hWnd, gw))
+        if (!Alive(hWnd, gw)) {
+            ReleaseDC(hWnd, dc);
             return FALSE;
+        }
         if (gw->curRow != oldRow) {
             if (gw->recordMirror)
                 HGRecordIO(gw->grid, gw->curRow, gw->recordMirror, FALSE);
             HCtlNotify(gw, HGN_ROWCHANGED);
-            if (!Alive(hWnd, gw))
+            if (!Alive(hWnd, gw)) {
+                ReleaseDC(hWnd, dc);
                 return FALSE;
+            }
         }
         UpdateBar(gw, gw->curCol >= 0 ? HGFieldAt(gw->grid, gw->curCol) : nullptr);
         if (inView)
-            InvalidateRange(gw);
+            HGPaintSelection(gw, dc, hadCell ? &oldAnchor : nullptr, hadCell ? &oldCurrent : nullptr);
     }
+    ReleaseDC(hWnd, dc);
     gw->wFlags |= HGW_CELLSHOWN;
     if (range)
         gw->wFlags |= HGW_RANGE;
     else
         gw->wFlags &= (WORD)~HGW_RANGE;
     field = gw->curCol >= 0 ? HGFieldAt(gw->grid, gw->curCol) : nullptr;
-    gw->hEditor = wantEditor && field && field->editor ? field->editor->hWnd : nullptr;
+    gw->hEditor = nullptr;
+    if (wantEditor && field && field->editor && IsWindow(field->editor->hWnd)) {
+        gw->hEditor = field->editor->hWnd;
+        HGEditorLoad(gw);
+        if (!Alive(hWnd, gw))
+            return FALSE;
+    }
+    if (refreshEditor && inView)
+        HGEditorShow(gw);
     return TRUE;
+}
+
+BOOL HGMoveBy(HGridWindow* gw, int cols, int rows, BOOL extend)
+{
+    if (!gw || !gw->grid)
+        return TRUE;
+    HWND hWnd = gw->hWnd;
+    DWORD style = gw->grid->style;
+    // One step before the target, then the next shown field in the direction.
+    int col = gw->curCol + cols + (cols > 0 ? -1 : 1);
+    HGStepShownField(gw, cols > 0, &col);
+    if (!(style & HGS_ROWHEADERS) && col < 1)
+        col = 0;
+    // A record before the first one of the table lands on the first one.
+    if (gw->rowBase > 0 && gw->rowBase + gw->curRow + rows < 0)
+        rows = -(gw->rowBase + gw->curRow);
+    int row = gw->curRow + rows;
+    if (row < 0) {
+        bool wasBelowTop = gw->curRow > 0;
+        HGScroll(gw, 0, rows, FALSE);
+        if (!Alive(hWnd, gw))
+            return TRUE;
+        row = gw->curRow + rows;
+        if (wasBelowTop && row < 1)
+            row = 0;
+    }
+    if (!(style & HGS_COLHEADERS) && row < 1)
+        row = 0;
+    HGMoveTo(gw, col, row, extend, TRUE);
+    return TRUE;
+}
+
+namespace {
+
+bool Pressed(int key) { return GetKeyState(key) < 0; }
+
+// A page of rows: one less than the rows shown, at least 1.
+LONG Page(const HGridWindow* gw) { return gw->visibleRows - 1 > 1 ? gw->visibleRows - 1 : 1; }
+
+// Inserts or deletes a record for each selected row; whole columns select all.
+void InsertOrDeleteRows(HGridWindow* gw, bool insert)
+{
+    HWND hWnd = gw->hWnd;
+    bool all = gw->curRow == -1 && gw->anchorRow == -1;
+    bool worked = false;
+    LONG count = RecordCount(gw->grid);
+    for (LONG i = 0; i < count; i++) {
+        LONG r = insert ? i : count - 1 - i;
+        if (!all && !HGRowSelected(gw, (int)r))
+            continue;
+        if (insert ? HGInsertRecord(gw, nullptr, (int)r, TRUE) >= 0
+                   : HGDeleteRecord(gw, (int)r, TRUE))
+            worked = true;
+        if (!Alive(hWnd, gw))
+            return;
+    }
+    if (worked)
+        HGRelayout(gw, TRUE);
+}
+
+} // namespace
+
+void HGKeyDown(HGridWindow* gw, UINT key)
+{
+    if (!gw || !gw->grid)
+        return;
+    DWORD style = gw->grid->style;
+    bool typing = key == VK_SPACE || (key >= 48 && key <= 111) || key >= 146;
+    if (!(style & HGS_READONLY) && typing && gw->hEditor && IsWindow(gw->hEditor)) {
+        HWND editor = gw->hEditor;
+        SetFocus(editor);
+        SendMessageA(editor, WM_KEYDOWN, key, 0);
+        return;
+    }
+    bool shift = Pressed(VK_SHIFT), ctrl = Pressed(VK_CONTROL);
+    LONG fields = FieldCount(gw->grid);
+    LONG toFirst = -(gw->curRow + gw->rowBase);
+    LONG toLast = gw->totalRecords - gw->curRow - gw->rowBase;
+    int cols = 0, rows = 0;
+    bool extend = shift;
+    switch (key) {
+    case VK_TAB:
+        cols = shift ? -1 : 1;
+        extend = false;
+        break;
+    case VK_RETURN:
+        rows = 1;
+        break;
+    case VK_ESCAPE:
+        HGEditCancel(gw);
+        return;
+    case VK_PRIOR:
+        rows = ctrl ? toFirst : -Page(gw);
+        break;
+    case VK_NEXT:
+        rows = ctrl ? toLast : Page(gw);
+        break;
+    case VK_END:
+        cols = fields;
+        if (ctrl)
+            rows = toLast;
+        break;
+    case VK_HOME:
+        cols = -gw->curCol;
+        if (ctrl)
+            rows = toFirst;
+        break;
+    case VK_LEFT:
+        cols = -1;
+        break;
+    case VK_RIGHT:
+        cols = 1;
+        break;
+    case VK_UP:
+        rows = ctrl ? -Page(gw) : -1;
+        break;
+    case VK_DOWN:
+        rows = ctrl && gw->visibleRows - 1 > 1 ? gw->visibleRows - 1 : 1;
+        break;
+    case VK_INSERT:
+        if (shift)
+            SendMessageA(gw->hWnd, WM_PASTE, 0, 0);
+        else if (ctrl)
+            SendMessageA(gw->hWnd, WM_COPY, 0, 0);
+        else if ((style & HGS_INSDEL) && gw->curCol < 0)
+            InsertOrDeleteRows(gw, true);
+        return;
+    case VK_DELETE:
+        if (!shift && !ctrl && (style & HGS_INSDEL) && gw->curCol < 0)
+            InsertOrDeleteRows(gw, false);
+        return;
+    case VK_F2:
+        if (!(style & HGS_READONLY) && gw->hEditor && IsWindow(gw->hEditor))
+            SetFocus(gw->hEditor);
+        return;
+    default:
+        return;
+    }
+    if (cols || rows)
+        HGMoveBy(gw, cols, rows, extend);
+}
+
+void HGChar(HGridWindow* gw, WPARAM ch, LPARAM lParam)
+{
+    if (gw && gw->hEditor && IsWindow(gw->hEditor))
+        SendMessageA(gw->hEditor, WM_CHAR, ch, lParam);
 }
 
 BOOL HGRowSelected(HGridWindow* gw, int row)
@@ -257,17 +419,82 @@ void HGMultiSelect(HGridWindow* gw, int col, int row, BOOL shift, BOOL ctrl)
         gw->wFlags &= (WORD)~HGW_SELECTING;
 }
 
-// Without editors there is no value to carry into the cell.
-void HGEditCommit(HGridWindow* gw) {}
-
-void HGEditCancel(HGridWindow* gw)
+// Inverts the difference between the old range and the present one: rows that
+// keep their marked look, and the overlap of both ranges, stay as they are.
+void HGPaintSelection(HGridWindow* gw, HDC hDC, const DWORD* oldAnchor, const DWORD* oldCurrent)
 {
-    if (gw)
-        gw->wFlags &= (WORD)~HGW_EDITING;
+    if (!gw || !gw->grid || !hDC || RecordCount(gw->grid) == 0)
+        return;
+    HGridData* grid = gw->grid;
+    int saved = SaveDC(hDC);
+    bool selecting = (gw->wFlags & HGW_SELECTING) != 0;
+    LONG shown = gw->visibleRows + 1;
+    for (LONG r = gw->topRow; r < gw->topRow + shown && r < RecordCount(grid); r++) {
+        HGRecord* record = HGRecordAt(grid, (int)r);
+        if (record && ((record->recordStatus & HGR_MARKED) != 0) == selecting) {
+            RECT row;
+            HGRowRectFull(gw, (int)r, &row);
+            ExcludeClipRect(hDC, row.left, row.top, row.right, row.bottom);
+        }
+    }
+    auto editable = [&](int col) {
+        HGField* field = col >= 0 ? HGFieldAt(grid, col) : nullptr;
+        return !(grid->style & HGS_READONLY) && !(field && (field->flags & HGF_READONLY));
+    };
+    RECT now;
+    bool multi = HGRangeRect(gw, HGPackCell(gw->anchorCol, gw->anchorRow), HGPackCell(gw->curCol, gw->curRow), &now);
+    bool invert = multi || !editable(gw->anchorCol);
+    if (oldAnchor && oldCurrent && (gw->wFlags & HGW_CELLSHOWN)) {
+        RECT old;
+        bool oldMulti = HGRangeRect(gw, *oldAnchor, *oldCurrent, &old);
+        if (oldMulti || !editable(HGCellCol(*oldAnchor))) {
+            RECT overlap;
+            if (IntersectRect(&overlap, &old, &now))
+                ExcludeClipRect(hDC, overlap.left, overlap.top, overlap.right, overlap.bottom);
+            InvertRect(hDC, &old);
+        }
+    }
+    if (invert || !(grid->style & HGS_INPLACE))
+        InvertRect(hDC, &now);
+    RestoreDC(hDC, saved);
 }
 
-// No field has an editor window yet.
-BOOL HGEditorAttach(HGridWindow* gw, HGridData* grid, HGField* field) { return FALSE; }
+void HGInvertRow(HGridWindow* gw, HDC hDC, int row)
+{
+    if (!gw || !gw->grid)
+        return;
+    HDC dc = hDC ? hDC : GetDC(gw->hWnd);
+    RECT rc;
+    HGRowRectFull(gw, row, &rc);
+    InvertRect(dc, &rc);
+    if (!hDC)
+        ReleaseDC(gw->hWnd, dc);
+}
+
+BOOL HGSelectionCols(HGridWindow* gw, int* first, int* last, BOOL skipHidden)
+{
+    int lo = 0, hi = -1;
+    if (gw && gw->grid) {
+        LONG fields = FieldCount(gw->grid);
+        lo = gw->anchorCol < gw->curCol ? gw->anchorCol : gw->curCol;
+        hi = gw->anchorCol < gw->curCol ? gw->curCol : gw->anchorCol;
+        if (lo < 0) {
+            lo = 0;
+            hi = fields - 1;
+        }
+        if (skipHidden) {
+            int c = lo - 1;
+            lo = HGStepShownField(gw, TRUE, &c) ? c : hi + 1;
+            c = hi + 1;
+            hi = HGStepShownField(gw, FALSE, &c) ? c : lo - 1;
+        }
+    }
+    if (first)
+        *first = lo;
+    if (last)
+        *last = hi;
+    return hi > lo;
+}
 
 LONG g_gridResizeTarget;
 

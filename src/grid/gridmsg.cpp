@@ -146,6 +146,23 @@ Answer OnKillFocus(HGridWindow* gw, HWND to)
     return Give(0);
 }
 
+// An editor lost the focus: to the grid, editing ends; to another child, the
+// grid keeps it; elsewhere, the grid loses it as a whole.
+Answer OnChildBlur(HGridWindow* gw, HWND to)
+{
+    if (to == gw->hWnd) {
+        gw->wFlags &= (WORD)~HGW_EDITING;
+        return Give(0);
+    }
+    if (to && IsChild(gw->hWnd, to))
+        return Give(0);
+    if (gw->grid->style & HGS_KEEPSEL) {
+        HCtlNotify(gw, HGN_KILLFOCUS);
+        return Give(0);
+    }
+    return OnKillFocus(gw, to);
+}
+
 // The grid's name; at design time the stash key, whose entry moves with it.
 // Gives 0 for a null text and 1 when the default processing is to go on.
 bool SetName(HGridWindow* gw, LPCSTR text)
@@ -256,6 +273,36 @@ Answer StandardMessage(HGridWindow* gw, UINT msg, WPARAM wParam, LPARAM lParam)
         if ((HWND)lParam == gw->hWnd && GetFocus() != gw->hWnd)
             SetFocus(gw->hWnd);
         return kDefault;
+    case WM_KEYDOWN:
+        HGKeyDown(gw, (UINT)wParam);
+        return Give(0);
+    case WM_CHAR:
+        HGChar(gw, wParam, lParam);
+        return Give(0);
+    case WM_LBUTTONDOWN:
+        HGMouseDown(gw, lParam);
+        return Give(0);
+    case WM_MOUSEMOVE:
+        if (gw->wFlags & HGW_TRACKING)
+            HGMouseMove(gw, lParam);
+        return Give(0);
+    case WM_LBUTTONUP:
+        HGMouseUp(gw, lParam);
+        return Give(0);
+    case WM_LBUTTONDBLCLK:
+        HGDoubleClick(gw, lParam);
+        return Give(0);
+    case WM_COPY:
+        HGCopy(gw);
+        return Give(0);
+    case WM_PASTE:
+        HGPaste(gw);
+        return Give(0);
+    case HM_CHILDFOCUS:
+        HGChildFocus(gw);
+        return Give(0);
+    case HM_CHILDBLUR:
+        return OnChildBlur(gw, wParam ? (HWND)wParam : GetFocus());
     case HM_GETBACKBRUSH:
         return Give((LRESULT)gw->hBrush);
     case HM_SETBACKBRUSH:

@@ -1,6 +1,5 @@
 // What the cell layer asks of the grid window's selection, editor and
-// painting: the selection clamp, whole; the editor's close, in the plain form
-// that stands until the editors exist; and the repaint of a row.
+// painting: the selection clamp and the repaint of a row.
 #include "grid/gridwin.h"
 
 namespace {
@@ -56,19 +55,6 @@ BOOL HGClampSelection(HGridWindow* gw, LONG anchorRecord, LONG curRecord)
     // The edit bar's items are set again once the bar exists.
     if (!(grid->style & HGS_INPLACE))
         InvalidateAll(gw->hWnd);
-    return TRUE;
-}
-
-// Until the in-place editors exist there is nothing to commit: the editor
-// window, if a host set one, is only hidden and let go.
-BOOL HGEditorClose(HGridWindow* gw)
-{
-    if (!gw || !gw->hEditor)
-        return FALSE;
-    if (IsWindow(gw->hEditor))
-        ShowWindow(gw->hEditor, SW_HIDE);
-    gw->wFlags &= (WORD)~HGW_EDITORSHOWN;
-    gw->hEditor = nullptr;
     return TRUE;
 }
 

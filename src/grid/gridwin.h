@@ -61,6 +61,30 @@ void HGEditCommit(HGridWindow* gw);
 void HGEditCancel(HGridWindow* gw);
 // Gives a field its editor window when it meets the grid window; 1 on success.
 BOOL HGEditorAttach(HGridWindow* gw, HGridData* grid, HGField* field);
+BOOL HGMoveBy(HGridWindow* gw, int cols, int rows, BOOL extend);
+// Inverts what changed between the old range (null: none) and the present one.
+void HGPaintSelection(HGridWindow* gw, HDC hDC, const DWORD* oldAnchor, const DWORD* oldCurrent);
+void HGInvertRow(HGridWindow* gw, HDC hDC, int row); // hDC may be null
+// The selected columns, in order; true if more than one.
+BOOL HGSelectionCols(HGridWindow* gw, int* first, int* last, BOOL skipHidden);
+void HGKeyDown(HGridWindow* gw, UINT key);            // WM_KEYDOWN
+void HGChar(HGridWindow* gw, WPARAM ch, LPARAM lParam); // WM_CHAR
+HWND HGEditorCreate(HGridWindow* gw, HGridData* grid, HGField* field); // hidden; 0 for no kind
+void HGEditorShow(HGridWindow* gw);
+void HGEditorHide(HGridWindow* gw);
+BOOL HGEditorLoad(HGridWindow* gw);   // cell to editor
+BOOL HGEditorCommit(HGridWindow* gw); // editor to cell
+void HGEditEnd(HGridWindow* gw, BOOL commit);
+void HGChildFocus(HGridWindow* gw); // HM_CHILDFOCUS: an editor took the focus
+// The mouse: WM_LBUTTONDOWN, the drag under way, WM_LBUTTONUP, WM_LBUTTONDBLCLK.
+void HGMouseDown(HGridWindow* gw, LPARAM point);
+void HGMouseMove(HGridWindow* gw, LPARAM point);
+void HGMouseUp(HGridWindow* gw, LPARAM point);
+void HGDoubleClick(HGridWindow* gw, LPARAM point);
+// The clipboard: WM_COPY, WM_PASTE, and the paste of a text, checked first.
+void HGCopy(HGridWindow* gw);
+void HGPaste(HGridWindow* gw);
+BOOL HGPasteText(HGridWindow* gw, LPCSTR text, BOOL write, DWORD* from, DWORD* to);
 // Sets the cursor of a WM_SETCURSOR; 1 if it set one.
 BOOL HGSetCursor(HGridWindow* gw, UINT hitTest);
 // What an edge under the body point (x, y) resizes, as g_gridResizeTarget holds it.
@@ -74,6 +98,7 @@ extern HCURSOR g_hColDragCursor;
 // the lower edge of row r; 1 the row header's right edge; c + 2 the right edge
 // of column c. One serves all grids: there is one mouse.
 extern LONG g_gridResizeTarget;
+extern LONG g_gridResizeLine; // where the XOR line or the drop marker lies
 
 // ---- The window's messages ----
 // Everything of the class handler but creation, end, painting, sizing and

@@ -228,6 +228,11 @@ void HGridRegister()
     g_gridEditHooks.moveTo = HGMoveTo;
     g_gridEditHooks.rowSelected = HGRowSelected;
     g_gridEditHooks.editCommit = HGEditCommit;
+    g_gridEditHooks.paintSelection = HGPaintSelection;
+    g_gridEditHooks.invertRow = HGInvertRow;
+    g_gridEditHooks.editorCommit = [](HGridWindow* gw) { HGEditorCommit(gw); };
+    g_gridEditHooks.editorShow = HGEditorShow;
+    g_gridEditHooks.editorHide = HGEditorHide;
 }
 
 extern "C" LRESULT CALLBACK HGridWnd(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)

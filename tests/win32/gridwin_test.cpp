@@ -124,7 +124,7 @@ const BlockCase kBlock[] = {
     {"null title leaves it", HGM_FLD_SETTITLE, 2, 0, 1, Title2, 1},
     {"reserved field message", HGM_FLD_RESERVED, 0, 0, 0, nullptr, 0},
     {"no field message at 0x5A4", 0x5A4, 0, 0, 0, nullptr, 0},
-    {"editor of a field without one", HGM_FLD_GETEDITOR, 0, 0, 0, nullptr, 0},
+    {"editor of a position past the fields", HGM_FLD_GETEDITOR, 9, 0, 0, nullptr, 0},
 };
 
 TEST_F(GridWin, EachMessageOfTheBlockGivesItsResultAndLeavesItsState)
