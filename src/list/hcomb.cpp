@@ -446,25 +446,9 @@ LRESULT OnComboBoxMsg(HCombRecord* r, UINT msg, WPARAM wParam, LPARAM lParam)
     return 0;
 }
 
-// The common messages stay with the combo itself: its notify target, its veto.
-bool IsCommonMsg(UINT msg)
-{
-    switch (msg) {
-    case HM_SETNONOTIFY:
-    case HM_GETNONOTIFY:
-    case HM_GETNOTIFY:
-    case HM_SETNOTIFY:
-    case HM_GETSTYLE:
-    case HM_SETSTYLE:
-    case HM_VETO:
-        return true;
-    }
-    return false;
-}
-
 bool SyncsAfter(UINT msg)
 {
-    return msg == HLM_SELECTITEM || msg == HLM_SELECTTEXT || msg == HLM_SELECTDATA || msg == HLM_SETCODELINK ||
+    return msg == HLM_SELECTITEM || msg == HLM_SELECTITEM2 || msg == HLM_SELECTTEXT || msg == HLM_SELECTDATA || msg == HLM_SETCODELINK ||
            msg == HLM_SELECTCODE || msg == HLM_SETCARET;
 }
 
@@ -583,6 +567,40 @@ BOOL HCombDrawValue(HCombRecord* r, HDC dc, const RECT* rc, LPCVOID value, int h
         return 1;
     }
     return HListDrawValue((HListRecord*)r->listRecord, dc, rc, value, how);
+}
+
+// The blocks an edit record owns, then the record: the road of the edit's own
+// destruction, without its window.
+static void HCombFreeEditRecord(HEditRecord* e)
+{
+    LPVOID blocks[] = {e->maskText, e->emptyText, e->value, e->text};
+    for (LPVOID block : blocks)
+        if (block)
+            GlobalFree((HGLOBAL)block);
+    HCtlFreeRecord(e->base.hWnd, e);
+}
+
+void HCombFreeRecords(HCombRecord* r)
+{
+    if (!r)
+        return;
+    HListRecord* list = (HListRecord*)r->listRecord;
+    if (r->childRecord) {
+        if (HCombIsEditable(r)) {
+            HCombFreeEditRecord((HEditRecord*)r->childRecord);
+        } else {
+            // The store is shared: the child lets go of it, and the list's free destroys it once.
+            HListRecord* child = (HListRecord*)r->childRecord;
+            if (list && child->dataList == list->dataList) {
+                child->dataList = nullptr;
+                child->codeList = nullptr;
+            }
+            HListFree(child);
+        }
+    }
+    if (list)
+        HListFree(list);
+    HCtlFreeRecord(r->base.hWnd, r);
 }
 
 // ---- Registration, procedures and the handler ----
@@ -754,11 +772,6 @@ extern "C" LRESULT CALLBACK HCombMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         return ToChild(r, msg, wParam, lParam);
     case HM_GETMODIFY:
         return (ToList(r, msg, 0, 0) || ToChild(r, msg, 0, 0)) ? 1 : 0;
-    case HM_SETMODIFY:
-        ToList(r, msg, wParam, lParam);
-        ToChild(r, msg, wParam, lParam);
-        *notHandled = TRUE; // and the combo's own flag
-        return 0;
     case HM_CHILDFOCUS:
         if (!HCombIsDropList(r) && (style & HCS_FOCUSBRUSH) && r->hList)
             InvalidateRect(r->hList, nullptr, TRUE);
@@ -797,8 +810,9 @@ extern "C" LRESULT CALLBACK HCombMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         HCombLayout(r);
         return 1;
     }
-    // The edit messages belong to the top child.
-    if ((msg >= EM_GETSEL && msg <= EM_GETIMESTATUS) || (msg >= kChildFirst && msg <= kChildLast && !IsCommonMsg(msg)))
+    // The edit messages belong to the top child, and so does the rest of 0x419 to 0x495,
+    // the common messages of notify target, style, modified state and veto among them.
+    if ((msg >= EM_GETSEL && msg <= EM_GETIMESTATUS) || (msg >= kChildFirst && msg <= kChildLast))
         return ToChild(r, msg, wParam, lParam);
     if (msg >= kListFirst && msg <= kListLast) {
         LRESULT result = ToList(r, msg, wParam, lParam);

@@ -77,5 +77,8 @@ int HCombSync(HCombRecord* r, BOOL fromChild, BOOL notify);
 LRESULT CALLBACK HCombEditProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam);
 // Paints one value of a combo outside a window, for the grid.
 BOOL HCombDrawValue(HCombRecord* r, HDC dc, const RECT* rc, LPCVOID value, int how);
+// Frees a combo's records without its windows, for the grid: the top child's by its
+// kind, then the list's, then the combo's; the windows' record pointers are cleared.
+void HCombFreeRecords(HCombRecord* r);
 
 #endif

@@ -65,20 +65,6 @@ void FreeLists(HListRecord* r)
     r->dataList = r->codeList = nullptr;
 }
 
-// Frees what the record owns, and the record. The tab stops go too.
-void HListFree(HListRecord* r)
-{
-    if (!r)
-        return;
-    HWND hWnd = r->base.hWnd;
-    if (r->maskText)
-        GlobalFree((HGLOBAL)r->maskText);
-    FreeLists(r);
-    if (r->tabStops)
-        GlobalFree((HGLOBAL)r->tabStops);
-    HCtlFreeRecord(hWnd, r);
-}
-
 HListRecord* HListCreate(HWND hWnd, const CREATESTRUCTA* cs)
 {
     if (!cs)
@@ -542,6 +528,20 @@ BOOL ListMsg(HListRecord* r, UINT msg, WPARAM wParam, LPARAM lParam, LRESULT* re
 } // namespace
 
 // ---- Routines shared with the item store and the combo ----
+
+// Frees what the record owns, and the record. The tab stops go too.
+void HListFree(HListRecord* r)
+{
+    if (!r)
+        return;
+    HWND hWnd = r->base.hWnd;
+    if (r->maskText)
+        GlobalFree((HGLOBAL)r->maskText);
+    FreeLists(r);
+    if (r->tabStops)
+        GlobalFree((HGLOBAL)r->tabStops);
+    HCtlFreeRecord(hWnd, r);
+}
 
 BOOL HListSetType(HListRecord* r, LPCSTR text)
 {

@@ -104,6 +104,7 @@ LONG HLCount(const HListRecord* r);
 LPVOID HLPayload(HLList* list, LONG index); // payload of item index; null if none
 
 // Window routines.
+void HListFree(HListRecord* r); // what the record owns, then the record; the window's pointer is cleared
 BOOL HListSetType(HListRecord* r, LPCSTR text);
 void HListLayout(HListRecord* r);
 LONG HListScroll(HListRecord* r, LONG delta);

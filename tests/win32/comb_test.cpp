@@ -417,14 +417,16 @@ TEST(CombMessages, ComboBoxBlockAndOwnMessages)
         {"the child answers the combo's dialog code", edit.child, WM_GETDLGCODE, 0, 0, 0x89},
         {"CB_FINDSTRING by prefix", open.combo, CB_FINDSTRING, 0, (LPARAM)"ch", 3},
         {"HLM_GETCOUNT goes to the list", open.combo, HLM_GETCOUNT, 0, 0, 5},
+        {"HM_GETNOTIFY goes to the top child, whose target is the combo", drop.combo, HM_GETNOTIFY, 0, 0,
+         (LRESULT)drop.combo},
+        {"the child's caret set apart from the list's", drop.child, HLM_SETCARET, 1, 0, 1},
+        {"HLM_SELECTITEM by its second number", drop.combo, HLM_SELECTITEM2, HLSEL_SET, 2, 1},
+        {"and the child follows the list again", drop.child, HLM_GETCARET, 0, 0, -1},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.result, SendMessageA(c.combo, c.msg, c.wParam, c.lParam));
     }
-    // The common messages stay with the combo: its notify target is its own.
-    EXPECT_EQ((LRESULT)drop.parent.hwnd(), SendMessageA(drop.combo, HM_GETNOTIFY, 0, 0));
-    EXPECT_EQ((LRESULT)drop.combo, SendMessageA(drop.child, HM_GETNOTIFY, 0, 0));
     // Drop height by message and by the creation text.
     EXPECT_EQ(1, SendMessageA(drop.combo, HCM_SETDROPHEIGHT, 77, 0));
     EXPECT_EQ(77, SendMessageA(drop.combo, HCM_GETDROPHEIGHT, 0, 0));
