@@ -441,10 +441,8 @@ void HEditSelectWord(HEditRecord* r, LONG index)
     LONG length = HEditLength(r);
     if (index > length)
         index = length;
-    LONG start = index;
-    while (start > 0 && HEditIsWordChar(r->text[start - 1]))
-        --start;
-    HEditSetSel(r, 3, start, HEditNextWord(r->text, index));
+    // The start is found as by HEditPrevWord: at a word's first character it is the word before.
+    HEditSetSel(r, 3, HEditPrevWord(r->text, index), HEditNextWord(r->text, index));
 }
 
 LONG HEditCopy(HEditRecord* r, LPSTR out, LONG size)
@@ -528,10 +526,5 @@ LRESULT HEditLimitText(HEditRecord* r, LONG limit)
     // A shorter limit cuts the block; the caret stays and the text is measured anew at the next change.
     if (!HEditGrow(r, limit + 1))
         return -5;
-    LONG length = HEditLength(r);
-    if (r->anchor > length)
-        r->anchor = length;
-    if (r->caret > length)
-        r->caret = length;
     return 1;
 }

@@ -330,7 +330,7 @@ void HEditOnChar(HEditRecord* r, char ch)
             WORD truth = (WORD)HBoolParse(r->maskText, r->text);
             BOOL negative = FALSE;
             FormatData(&truth, HCLASS_BOOL, HTYPE_WORD, r->maskText, r->text, r->textSize, &negative, TRUE);
-            r->base.wFlags = negative ? (WORD)(r->base.wFlags | HEF_ALTCOLOR) : (WORD)(r->base.wFlags & ~HEF_ALTCOLOR);
+            r->base.wFlags |= HEF_ALTCOLOR; // whatever the word: the next display puts the out flag back
             HEditUpdateScroll(r);
             InvalidateRect(self, nullptr, TRUE);
             target = 0;

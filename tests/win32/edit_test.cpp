@@ -104,6 +104,7 @@ struct TypingCase {
     int accepted;           // keys that changed the text
     const char* shown;      // window text after the focus left
     std::vector<BYTE> value; // the value after the commit
+    bool altColour = false;  // HEF_ALTCOLOR while editing
 };
 
 TEST(EditTyping, WholeValuesKeyByKeyWithTheirNotifications)
@@ -124,7 +125,8 @@ TEST(EditTyping, WholeValuesKeyByKeyWithTheirNotifications)
          std::vector<BYTE>{'1', '2', '3', '4', 0}},
         {"masked: a letter on a digit place is refused", "%ms##-##", "1a2", "12-__", 2, "12-__",
          std::vector<BYTE>{'1', '2', 0}},
-        {"boolean: t shows the true word, a blank flips it", "%bw", "t ", "FALSE", 2, "FALSE", Bytes((WORD)0)},
+        {"boolean: t shows the true word, a blank flips it", "%bw", "t ", "FALSE", 2, "FALSE", Bytes((WORD)0), true},
+        {"boolean: a key marks even the true word", "%bw", "t", "TRUE", 1, "TRUE", Bytes((WORD)1), true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -133,6 +135,7 @@ TEST(EditTyping, WholeValuesKeyByKeyWithTheirNotifications)
         w.Type(c.keys);
         EXPECT_EQ(c.editing, w.Text());
         EXPECT_SEEN(w.parent, KeyNotes(w.hWnd, c.accepted));
+        EXPECT_EQ(c.altColour, (w.Flags() & HEF_ALTCOLOR) != 0);
         w.parent.seen.clear();
         w.Leave();
         EXPECT_SEEN(w.parent, {Note(w.hWnd, HEN_KILLFOCUS)});
@@ -198,6 +201,8 @@ TEST(EditSelection, KeysMessagesAndTheClipboardMoveAndCarryTheSelection)
         {0, false, false, HEM_INSERTTEXT, 0, (LPARAM)"!", 12, 12, "Hello world!"},
         {0, false, false, EM_SETSEL, 2, 4, 2, 4, "Hello world!"},
         {'L', false, false, 0, 0, 0, 3, 3, "HeLo world!"},                      // typing replaces a selection
+        {0, false, false, EM_SETSEL, 0, -1, 0, 11, "HeLo world!"},
+        {0, false, false, EM_LIMITTEXT, 5, 0, 0, 11, "HeLo "},                 // the cut leaves the selection
     };
     EditWin w("%ssHello world");
     w.Focus();
@@ -535,6 +540,16 @@ TEST(EditMouse, TheFirstClickEntersAndLaterClicksPlaceAndSelect)
     SendMessageA(w.hWnd, WM_LBUTTONUP, 0, start);
     EXPECT_EQ(MAKELONG(0, 6), (LONG)w.Sel()); // the word and its trailing blank
     EXPECT_SEEN(w.parent, {Note(w.hWnd, HEN_DBLCLK)});
+    // A double click on a word's first character starts at the word before, as Ctrl+Left would.
+    LPARAM at = start;
+    for (int x = text.left; x < text.right && LOWORD(w.Sel()) != 6; ++x) {
+        at = MAKELPARAM(x, text.top + 1);
+        SendMessageA(w.hWnd, WM_LBUTTONDOWN, MK_LBUTTON, at);
+        SendMessageA(w.hWnd, WM_LBUTTONUP, 0, at);
+    }
+    SendMessageA(w.hWnd, WM_LBUTTONDBLCLK, MK_LBUTTON, at);
+    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, at);
+    EXPECT_EQ(MAKELONG(0, 11), (LONG)w.Sel());
 }
 
 // The process-wide overwrite mode reaches class s alone, and never a selection.
