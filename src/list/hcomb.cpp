@@ -730,10 +730,6 @@ extern "C" LRESULT CALLBACK HCombMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
         return editable ? 0x0C : 4;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORLISTBOX:
-    case WM_CTLCOLORBTN:
-    case WM_CTLCOLORDLG:
-    case WM_CTLCOLORSCROLLBAR:
-    case WM_CTLCOLORSTATIC:
         if ((style & HCS_FOCUSBRUSH) && r->hChild && GetFocus() == r->hChild) {
             LRESULT brush = ToChild(r, HM_GETFOCUSBRUSH, 0, 0);
             if (brush)

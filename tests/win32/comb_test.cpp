@@ -396,6 +396,8 @@ TEST(CombReentrancy, ReceiversThatVetoOrDestroyInsideANotification)
 TEST(CombMessages, ComboBoxBlockAndOwnMessages)
 {
     CombWin drop(kDrop), open(0), edit(kDrop | kEdit), keys(kDrop | kKeys);
+    HDC screen = GetDC(nullptr);
+    const LRESULT ownButtonColor = DefWindowProcA(drop.combo, WM_CTLCOLORBTN, (WPARAM)screen, (LPARAM)drop.combo);
     const struct {
         const char* name;
         HWND combo;
@@ -422,11 +424,14 @@ TEST(CombMessages, ComboBoxBlockAndOwnMessages)
         {"the child's caret set apart from the list's", drop.child, HLM_SETCARET, 1, 0, 1},
         {"HLM_SELECTITEM by its second number", drop.combo, HLM_SELECTITEM2, HLSEL_SET, 2, 1},
         {"and the child follows the list again", drop.child, HLM_GETCARET, 0, 0, -1},
+        {"a button colour request is not the parent's", drop.combo, WM_CTLCOLORBTN, (WPARAM)screen,
+         (LPARAM)drop.combo, ownButtonColor},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.result, SendMessageA(c.combo, c.msg, c.wParam, c.lParam));
     }
+    ReleaseDC(nullptr, screen);
     // Drop height by message and by the creation text.
     EXPECT_EQ(1, SendMessageA(drop.combo, HCM_SETDROPHEIGHT, 77, 0));
     EXPECT_EQ(77, SendMessageA(drop.combo, HCM_GETDROPHEIGHT, 0, 0));
