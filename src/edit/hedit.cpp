@@ -539,7 +539,7 @@ BOOL HEditWindowMsg(HEditRecord* r, UINT msg, WPARAM wParam, LPARAM lParam, LRES
     case WM_LBUTTONDBLCLK:
         SendMessageA(self, WM_LBUTTONDOWN, wParam, lParam);
         if (IsWindow(self)) {
-            HEditSelectWord(r, r->caret);
+            HEditSelectWord(r, HEditPixelToChar(r, (SHORT)LOWORD(lParam))); // the clicked index, even on entering
             HEditTell(r, HEN_DBLCLK);
         }
         return TRUE;

@@ -550,6 +550,9 @@ TEST(EditMouse, TheFirstClickEntersAndLaterClicksPlaceAndSelect)
     SendMessageA(w.hWnd, WM_LBUTTONDBLCLK, MK_LBUTTON, at);
     SendMessageA(w.hWnd, WM_LBUTTONUP, 0, at);
     EXPECT_EQ(MAKELONG(0, 11), (LONG)w.Sel());
+    SetFocus(other.hWnd); // a double click that enters the field takes its word from the clicked index
+    SendMessageA(w.hWnd, WM_LBUTTONDBLCLK, MK_LBUTTON, start);
+    EXPECT_EQ(MAKELONG(0, 6), (LONG)w.Sel());
 }
 
 // The process-wide overwrite mode reaches class s alone, and never a selection.
