@@ -213,7 +213,7 @@ void HButtParseSpec(HButtRec* b, LPCSTR text)
     HButtLoadImages(b, spec.images);
     HButtSetSound(b, spec.sound);
     b->stateCount = HButtStateCount(b);
-    if (!(spec.colors & 2))
+    if (spec.colors < 2) // each transparent colour found adds 2
         b->colorTransparent = RGB(0, 255, 0);
 }
 

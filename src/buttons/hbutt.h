@@ -23,7 +23,7 @@ struct HButtSpec {
     BYTE positionCount;            // digits read, 1 to 3
     char dataType;                 // a check box's type letter: the given one or "w"
     BYTE fieldCount;               // fields present behind the first ";": 0 to 3
-    int colors;                    // HTypedParseColors' result: 1 text colour, 2 transparent colour
+    int colors;                    // HTypedParseColors' result: bit 0 text colour, 2 more per transparent one
     char caption[kButtSpecSize];   // field 0, "^" made a line feed
     char images[kButtSpecSize];    // field 1, names separated by ":"
     char sound[kButtSpecSize];     // field 2, "%a" still in front

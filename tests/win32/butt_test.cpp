@@ -109,6 +109,7 @@ TEST_F(Butt, CreationTextIsASpecificationWhenItStartsWithADigitElseACaption)
         {HBT_PUSH, "52", "", 5, 2, 0, 0, 1, 2, 0, kGreen},
         {HBT_PUSH, "441;a^b\\c", "a\nbc", 4, 4, 1, 0, 1, 2, 0, kGreen},
         {HBT_PUSH, "441;[red]Go;[0,0,255]OK", "Go", 4, 4, 1, 1, 1, 2, kRed, RGB(0, 0, 255)},
+        {HBT_PUSH, "441;Go;[red][0,0,255]OK", "Go", 4, 4, 1, 1, 1, 2, 0, RGB(0, 0, 255)}, // set twice
         {HBT_RADIO, "", "", 3, 3, 3, 4, 4, 2, 0, kGreen},
         {HBT_3STATE | HBS_UPDOWN, "x", "x", 3, 3, 3, 6, 6, 2, 0, kGreen},
         {HBT_CHECK | HBS_UPDOWN, "333;x", "x", 3, 3, 3, 0, 4, 2, 0, kGreen},
