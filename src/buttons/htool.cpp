@@ -124,8 +124,7 @@ HFONT HToolSetFont(HToolRec* t, HFONT font, BOOL update)
     FontPair pair = {t->base.hWnd, font, GetBaseUnits(old), GetBaseUnits(font)};
     const WORD from = HToolIsVertical(t) ? LOWORD(pair.oldUnits) : HIWORD(pair.oldUnits);
     const WORD to = HToolIsVertical(t) ? LOWORD(pair.newUnits) : HIWORD(pair.newUnits);
-    if (t->barSize)
-        t->barSize = Scale(t->barSize - kBarMargin, to, from) + kBarMargin;
+    t->barSize = Scale(t->barSize - kBarMargin, to, from) + kBarMargin; // an empty bar's 0 scales too
     EnumChildWindows(t->base.hWnd, HToolScaleChild, (LPARAM)&pair);
     t->base.hFont = font;
     if (update)

@@ -118,6 +118,16 @@ TEST(ToolDock, MissingTemplateLeavesAnEmptyBarOfItsOwnThickness)
     EXPECT_EQ(pc.right, rc.right - rc.left);
     HToolUpdate(parent.hwnd()); // not a bar: nothing happens
     HToolUpdate(nullptr);
+    // A font change scales even the empty bar's 0 on its margins.
+    LOGFONTA lf = {};
+    lf.lfHeight = -40;
+    HFONT tall = CreateFontIndirectA(&lf);
+    const LONG from = HIWORD(GetBaseUnits(nullptr)), to = HIWORD(GetBaseUnits(tall));
+    ASSERT_NE(from, to);
+    SendMessageA(bar, WM_SETFONT, (WPARAM)tall, 0);
+    EXPECT_EQ(-6 * to / from + 6, SendMessageA(bar, HTM_GETBARSIZE, 0, 0));
+    DestroyWindow(bar);
+    DeleteObject(tall);
 }
 
 TEST(ToolMessages, BarSizeBrushAndWholeStyleWord)
