@@ -1,0 +1,374 @@
+// Selection, navigation and in-place editing of a real HGrid window: keys and
+// clicks against tables of where the current cell goes and what the parent
+// hears, typing into a cell's editor, the clipboard, and receivers that
+// redirect, veto or destroy inside a notification.
+#include "wintest.h"
+
+#include <string.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kId = 7;
+constexpr int kRows = 5;
+
+void SetKeys(bool shift, bool ctrl)
+{
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    keys[VK_SHIFT] = shift ? 0x80 : 0;
+    keys[VK_CONTROL] = ctrl ? 0x80 : 0;
+    SetKeyboardState(keys);
+}
+
+std::string ClipboardText()
+{
+    std::string text;
+    if (!OpenClipboard(nullptr))
+        return "(no clipboard)";
+    if (HANDLE h = GetClipboardData(CF_TEXT)) {
+        if (const char* p = (const char*)GlobalLock(h)) {
+            text.assign(p, strnlen(p, GlobalSize(h)));
+            GlobalUnlock(h);
+        }
+    }
+    CloseClipboard();
+    return text;
+}
+
+// A grid of three columns (an int, a 7-character string, a read-only int) and
+// five records, each column 40 pixels wide and each row 20 high.
+class GridEdit : public ::testing::Test {
+protected:
+    TestParent parent;
+    HWND grid = nullptr;
+
+    void Make(DWORD style)
+    {
+        ShowWindow(parent.hwnd(), SW_SHOWNA);
+        grid = parent.Child(HGRID_CLASS, "no such grid", style, kId, 0, 0, 300, 200);
+        ASSERT_TRUE(grid);
+        AddField("Num", 'n', 'i', 4, 0);
+        AddField("Name", 's', 's', 8, 0);
+        AddField("Fixed", 'n', 'i', 4, HGF_READONLY);
+        for (int i = 0; i < kRows; i++) {
+            SendMessageA(grid, HGM_ADDRECORD, 0, 0);
+            for (int col = 0; col < 3; col++)
+                HGSetCellData(grid, col, i, nullptr);
+        }
+        SendMessageA(grid, HGM_SETROWHEIGHT, 20, 0);
+        SendMessageA(grid, HGM_RELAYOUT, 1, 0);
+        SetFocus(grid);
+        parent.seen.clear();
+    }
+    void PutClipboardText(const char* text)
+    {
+        ASSERT_TRUE(OpenClipboard(parent.hwnd()));
+        EmptyClipboard();
+        HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE, strlen(text) + 1);
+        strcpy((char*)GlobalLock(h), text);
+        GlobalUnlock(h);
+        SetClipboardData(CF_TEXT, h);
+        CloseClipboard();
+    }
+    void AddField(const char* title, char cls, char type, int size, WORD flags)
+    {
+        HGField* f = HGFieldCreate(title, flags, 40, 0, cls, type, 0, 0, size, 'e', 0, "");
+        ASSERT_GE(SendMessageA(grid, HGM_ADDFIELD, 0, (LPARAM)f), 0);
+    }
+    void TearDown() override
+    {
+        SetKeys(false, false);
+        if (IsWindow(grid))
+            DestroyWindow(grid);
+    }
+    void Key(HWND to, WPARAM key, bool shift = false, bool ctrl = false)
+    {
+        SetKeys(shift, ctrl);
+        SendMessageA(to, WM_KEYDOWN, key, 0);
+        SetKeys(false, false);
+    }
+    void Type(const char* text)
+    {
+        for (const char* p = text; *p; p++)
+            SendMessageA(grid, WM_CHAR, (BYTE)*p, 0);
+    }
+    void Go(int col, int row, bool extend = false)
+    {
+        SendMessageA(grid, HGM_SETCURRENT, extend, MAKELONG(col, row));
+    }
+    DWORD Current() { return (DWORD)SendMessageA(grid, HGM_GETCURRENT, 0, 0); }
+    DWORD Anchor() { return (DWORD)SendMessageA(grid, HGM_GETANCHOR, 0, 0); }
+    HWND Editor(int col) { return (HWND)SendMessageA(grid, HGM_FLD_GETEDITOR, col, 0); }
+    std::vector<WORD> Codes()
+    {
+        std::vector<WORD> codes;
+        for (const SeenMsg& m : parent.seen)
+            if (m.msg == WM_COMMAND && m.from == grid)
+                codes.push_back(m.code);
+        return codes;
+    }
+    // A cell's text, or "NULL" for a null cell.
+    std::string Text(int col, int row)
+    {
+        char text[64] = "";
+        if (!HGGetCellData(grid, col, row, text))
+            return "NULL";
+        HGGetCellText(grid, col, row, text, sizeof text);
+        return text;
+    }
+    void Click(int col, int row, bool shift = false)
+    {
+        SetKeys(shift, false);
+        POINT p = {col * 40 + 20, row * 20 + 10};
+        POINT screen = p;
+        ClientToScreen(grid, &screen);
+        SetCursorPos(screen.x, screen.y);
+        LPARAM at = MAKELPARAM(p.x, p.y);
+        PostMessageA(grid, WM_LBUTTONUP, 0, at);
+        SendMessageA(grid, WM_LBUTTONDOWN, MK_LBUTTON, at);
+        PumpMessages();
+        SetKeys(false, false);
+    }
+};
+
+struct KeyCase {
+    const char* name;
+    int startCol, startRow;
+    WPARAM key;
+    bool shift, ctrl;
+    int col, row;             // the current cell after the key
+    int anchorCol, anchorRow; // the anchor after it
+};
+
+const KeyCase kKeys[] = {
+    {"right", 0, 0, VK_RIGHT, false, false, 1, 0, 1, 0},
+    {"left at the first column stays", 0, 0, VK_LEFT, false, false, 0, 0, 0, 0},
+    {"tab", 0, 0, VK_TAB, false, false, 1, 0, 1, 0},
+    {"shift tab moves left and does not extend", 1, 2, VK_TAB, true, false, 0, 2, 0, 2},
+    {"return goes down", 1, 1, VK_RETURN, false, false, 1, 2, 1, 2},
+    {"down", 0, 0, VK_DOWN, false, false, 0, 1, 0, 1},
+    {"up at the first row stays without headers", 0, 0, VK_UP, false, false, 0, 0, 0, 0},
+    {"down past the last record stays on it", 0, 4, VK_DOWN, false, false, 0, 4, 0, 4},
+    {"end goes to the last field", 0, 3, VK_END, false, false, 2, 3, 2, 3},
+    {"home goes to the first field", 2, 3, VK_HOME, false, false, 0, 3, 0, 3},
+    {"ctrl end goes to the last record", 0, 1, VK_END, false, true, 2, 4, 2, 4},
+    {"ctrl home goes to the first record", 2, 4, VK_HOME, false, true, 0, 0, 0, 0},
+    {"ctrl page down goes to the last record", 1, 1, VK_NEXT, false, true, 1, 4, 1, 4},
+    {"shift down extends from the anchor", 1, 1, VK_DOWN, true, false, 1, 2, 1, 1},
+    {"shift right extends", 0, 2, VK_RIGHT, true, false, 1, 2, 0, 2},
+    {"a letter on a read-only cell does nothing", 2, 1, 'A', false, false, 2, 1, 2, 1},
+};
+
+TEST_F(GridEdit, KeysMoveTheCurrentCellAsTheTableSays)
+{
+    Make(HGS_INPLACE);
+    for (const KeyCase& c : kKeys) {
+        Go(c.startCol, c.startRow);
+        Key(grid, c.key, c.shift, c.ctrl);
+        EXPECT_EQ((DWORD)MAKELONG(c.col, c.row), Current()) << c.name;
+        EXPECT_EQ((DWORD)MAKELONG(c.anchorCol, c.anchorRow), Anchor()) << c.name;
+        EXPECT_EQ(grid, GetFocus()) << c.name;
+    }
+}
+
+TEST_F(GridEdit, MovesNotifyMovingThenMovedAndTheRowChangeOnlyAcrossRows)
+{
+    Make(HGS_INPLACE);
+    Key(grid, VK_RIGHT);
+    EXPECT_EQ((std::vector<WORD>{HGN_MOVING, HGN_CELLMOVED}), Codes());
+    parent.seen.clear();
+    Key(grid, VK_DOWN);
+    EXPECT_EQ((std::vector<WORD>{HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED}), Codes());
+    parent.seen.clear();
+    Key(grid, VK_DOWN, true);
+    EXPECT_EQ((std::vector<WORD>{HGN_EXTENDING, HGN_CELLMOVED, HGN_ROWCHANGED}), Codes());
+}
+
+TEST_F(GridEdit, MovingReceiverRedirectsOrVetoesTheMove)
+{
+    Make(HGS_INPLACE);
+    HWND g = grid;
+    DWORD redirect = MAKELONG(2, 3);
+    parent.onCommand = [&](const SeenMsg& m) {
+        if (m.code == HGN_MOVING)
+            SendMessageA(g, HGM_SETNOTIFYCELL, 0, (LPARAM)redirect);
+    };
+    Key(grid, VK_RIGHT);
+    EXPECT_EQ(redirect, Current());
+
+    // A veto sends the move back to where it started: no row change follows.
+    parent.seen.clear();
+    Key(grid, VK_DOWN);
+    EXPECT_EQ(redirect, Current());
+    EXPECT_EQ((std::vector<WORD>{HGN_MOVING, HGN_CELLMOVED}), Codes());
+}
+
+TEST_F(GridEdit, TypingIntoTheEditorCommitsIntoTheRecordOnTheNextMove)
+{
+    Make(HGS_INPLACE);
+    HWND editor = Editor(0);
+    ASSERT_TRUE(editor);
+    Key(grid, '4');
+    EXPECT_EQ(editor, GetFocus());
+    Type("42");
+    Key(editor, VK_RETURN); // the editor's filter hands it to the grid
+    EXPECT_EQ(grid, GetFocus());
+    EXPECT_EQ((DWORD)MAKELONG(0, 1), Current());
+    EXPECT_EQ("42", Text(0, 0));
+    std::vector<WORD> codes = Codes();
+    std::vector<WORD> expected = {HGN_MOVING, HGN_CELLCHANGED, HGN_CELLMOVED, HGN_ROWCHANGED};
+    EXPECT_TRUE(std::search(codes.begin(), codes.end(), expected.begin(), expected.end()) != codes.end());
+
+    // The string column's editor writes text; Tab commits and moves right.
+    Go(1, 2);
+    Key(grid, 'X');
+    Type("Bob");
+    Key(Editor(1), VK_TAB);
+    EXPECT_EQ("Bob", Text(1, 2));
+    EXPECT_EQ((DWORD)MAKELONG(2, 2), Current());
+}
+
+TEST_F(GridEdit, EscapeBringsTheCellValueBackAndWritesNothing)
+{
+    Make(HGS_INPLACE);
+    Key(grid, '7');
+    Type("77");
+    parent.seen.clear();
+    Key(Editor(0), VK_ESCAPE);
+    EXPECT_EQ(grid, GetFocus());
+    Key(grid, VK_DOWN);
+    EXPECT_EQ("NULL", Text(0, 0));
+    for (WORD code : Codes())
+        EXPECT_NE(HGN_CELLCHANGED, code);
+}
+
+TEST_F(GridEdit, F2OnAReadOnlyGridGivesTheFocusToNothing)
+{
+    Make(HGS_INPLACE | HGS_READONLY);
+    Key(grid, VK_F2);
+    EXPECT_EQ(grid, GetFocus());
+    Key(grid, '5');
+    EXPECT_EQ(grid, GetFocus());
+}
+
+TEST_F(GridEdit, ClickMovesAndShiftClickExtendsTheSelection)
+{
+    Make(HGS_INPLACE);
+    Click(1, 2);
+    EXPECT_EQ((DWORD)MAKELONG(1, 2), Current());
+    EXPECT_EQ((DWORD)MAKELONG(1, 2), Anchor());
+    Click(2, 4, true);
+    EXPECT_EQ((DWORD)MAKELONG(2, 4), Current());
+    EXPECT_EQ((DWORD)MAKELONG(1, 2), Anchor());
+    parent.seen.clear();
+    SendMessageA(grid, WM_LBUTTONDBLCLK, 0, MAKELPARAM(20, 10));
+    EXPECT_EQ((DWORD)MAKELONG(0, 0), Current());
+    EXPECT_EQ(HGN_DBLCLK, Codes().back());
+}
+
+TEST_F(GridEdit, ColumnWidthDraggedPastItsLimitsIsHeldToThem)
+{
+    Make(HGS_INPLACE | HGS_SIZECOLS);
+    struct {
+        int x;
+        LRESULT width;
+    } const drags[] = {{1, 2}, {70, 70}, {3000, 2000}};
+    for (const auto& d : drags) {
+        LONG edge = (LONG)SendMessageA(grid, HGM_FLD_GETWIDTH, 0, 0);
+        POINT screen = {edge, 10};
+        ClientToScreen(grid, &screen);
+        SetCursorPos(screen.x, screen.y);
+        SendMessageA(grid, WM_SETCURSOR, (WPARAM)grid, MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        SendMessageA(grid, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(edge, 10));
+        SendMessageA(grid, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(d.x, 10));
+        parent.seen.clear();
+        SendMessageA(grid, WM_LBUTTONUP, 0, MAKELPARAM(d.x, 10));
+        EXPECT_EQ(d.width, SendMessageA(grid, HGM_FLD_GETWIDTH, 0, 0)) << d.x;
+        EXPECT_EQ(HGN_COLSIZED, Codes().empty() ? 0 : Codes().front()) << d.x;
+        EXPECT_NE(grid, GetCapture());
+    }
+}
+
+TEST_F(GridEdit, CopyWritesTabsLineEndsAndNullForANullCell)
+{
+    Make(HGS_INPLACE);
+    HGSetCellText(grid, 0, 1, "12");
+    HGSetCellText(grid, 1, 1, "A");
+    Go(0, 1);
+    Go(2, 1, true);
+    SendMessageA(grid, WM_COPY, 0, 0);
+    EXPECT_EQ("12\tA\tNULL\r\n", ClipboardText());
+
+    Go(0, 0);
+    Go(1, 1, true);
+    SendMessageA(grid, WM_COPY, 0, 0);
+    EXPECT_EQ("NULL\tNULL\r\n12\tA\r\n", ClipboardText());
+}
+
+struct PasteCase {
+    const char* name;
+    const char* text;
+    int fromCol, fromRow, toCol, toRow; // the selection before the paste
+    const char* cells[3][2];            // rows 1 to 3 of the first two columns after it
+};
+
+const PasteCase kPastes[] = {
+    {"a block at one cell grows the selection", "5\tB\r\n6\tC\r\n", 0, 1, 0, 1,
+     {{"5", "B"}, {"6", "C"}, {"NULL", "NULL"}}},
+    {"no final line end pastes the same", "5\tB\r\n6\tC", 0, 1, 0, 1, {{"5", "B"}, {"6", "C"}, {"NULL", "NULL"}}},
+    {"one cell fills the whole selection", "9", 0, 1, 1, 3, {{"9", "9"}, {"9", "9"}, {"9", "9"}}},
+    {"NULL empties a cell and null is text", "NULL\tnull", 0, 1, 1, 1, {{"NULL", "null"}, {"NULL", "NULL"}, {"NULL", "NULL"}}},
+    {"the last line stays in force down the selection", "1\tx\n2\ty", 0, 1, 1, 3,
+     {{"1", "x"}, {"2", "y"}, {"2", "y"}}},
+};
+
+TEST_F(GridEdit, PasteFillsTheSelectionAsTheTableSays)
+{
+    Make(HGS_INPLACE);
+    for (const PasteCase& c : kPastes) {
+        for (int row = 0; row < kRows; row++)
+            for (int col = 0; col < 2; col++)
+                HGSetCellData(grid, col, row, nullptr);
+        Go(c.fromCol, c.fromRow);
+        Go(c.toCol, c.toRow, true);
+        PutClipboardText(c.text);
+        SendMessageA(grid, WM_PASTE, 0, 0);
+        for (int row = 0; row < 3; row++)
+            for (int col = 0; col < 2; col++)
+                EXPECT_EQ(c.cells[row][col], Text(col, row + 1)) << c.name << " at " << col << "," << row + 1;
+    }
+}
+
+TEST_F(GridEdit, PasteOfALineWithTheWrongCellCountChangesNothing)
+{
+    Make(HGS_INPLACE);
+    Go(0, 1);
+    Go(2, 1, true); // three columns: a line of two cells fits neither 3 nor 1
+    PutClipboardText("1\t2\r\n");
+    SendMessageA(grid, WM_PASTE, 0, 0);
+    EXPECT_EQ("NULL", Text(0, 1));
+}
+
+TEST_F(GridEdit, ReceiverDestroyingTheGridInsideANotificationEndsTheMoveSafely)
+{
+    const WORD codes[] = {HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED, HGN_CELLCHANGED};
+    for (WORD code : codes) {
+        Make(HGS_INPLACE);
+        HWND g = grid;
+        parent.onCommand = [g, code](const SeenMsg& m) {
+            if (m.code == code && IsWindow(g))
+                DestroyWindow(g);
+        };
+        Key(grid, '3');
+        Type("3");
+        Key(Editor(0), VK_DOWN);
+        EXPECT_FALSE(IsWindow(g)) << code;
+        parent.onCommand = nullptr;
+    }
+}
+
+} // namespace
