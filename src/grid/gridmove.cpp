@@ -18,11 +18,6 @@ bool Alive(HWND hWnd, const HGridWindow* gw)
 
 bool Between(int value, int a, int b) { return (value >= a && value <= b) || (value >= b && value <= a); }
 
-void InvalidateRange(HGridWindow* gw)
-{
-    HGridInvalidateRange(gw->hWnd, gw->anchorCol, gw->anchorRow, gw->curCol, gw->curRow);
-}
-
 // The edit bar shows the current column's title and the record number.
 void UpdateBar(HGridWindow* gw, const HGField* field)
 {
@@ -217,6 +212,12 @@ BOOL HGMoveTo(HGridWindow* gw, int col, int row, BOOL extend, BOOL scroll)
     if (refreshEditor && inView)
         HGEditorShow(gw);
     return TRUE;
+}
+
+void HGUpdateBar(HGridWindow* gw)
+{
+    if (gw && gw->grid)
+        UpdateBar(gw, gw->curCol >= 0 ? HGFieldAt(gw->grid, gw->curCol) : nullptr);
 }
 
 BOOL HGMoveBy(HGridWindow* gw, int cols, int rows, BOOL extend)
@@ -447,7 +448,10 @@ void HGPaintSelection(HGridWindow* gw, HDC hDC, const DWORD* oldAnchor, const DW
     if (oldAnchor && oldCurrent && (gw->wFlags & HGW_CELLSHOWN)) {
         RECT old;
         bool oldMulti = HGRangeRect(gw, *oldAnchor, *oldCurrent, &old);
-        if (oldMulti || !editable(HGCellCol(*oldAnchor))) {
+        // A single old cell shows no inversion: its editor marks it, or without
+        // HGS_INPLACE the move has just painted it afresh.
+        bool oldInverted = oldMulti || ((grid->style & HGS_INPLACE) && !editable(HGCellCol(*oldAnchor)));
+        if (oldInverted) {
             RECT overlap;
             if (IntersectRect(&overlap, &old, &now))
                 ExcludeClipRect(hDC, overlap.left, overlap.top, overlap.right, overlap.bottom);

@@ -13,13 +13,6 @@ SHORT Clamp(LONG value, LONG low, LONG high)
     return (SHORT)value;
 }
 
-// Until the layout exists a repaint of anything is a repaint of the window.
-void InvalidateAll(HWND hWnd)
-{
-    if (hWnd && IsWindow(hWnd))
-        InvalidateRect(hWnd, nullptr, FALSE);
-}
-
 } // namespace
 
 BOOL HGClampSelection(HGridWindow* gw, LONG anchorRecord, LONG curRecord)
@@ -52,9 +45,9 @@ BOOL HGClampSelection(HGridWindow* gw, LONG anchorRecord, LONG curRecord)
     }
     if (!curChanged && !anchorChanged)
         return FALSE;
-    // The edit bar's items are set again once the bar exists.
+    HGUpdateBar(gw);
     if (!(grid->style & HGS_INPLACE))
-        InvalidateAll(gw->hWnd);
+        HGridInvalidateRange(gw->hWnd, gw->anchorCol, gw->anchorRow, gw->curCol, gw->curRow);
     return TRUE;
 }
 

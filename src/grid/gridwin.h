@@ -62,6 +62,8 @@ void HGEditCancel(HGridWindow* gw);
 // Gives a field its editor window when it meets the grid window; 1 on success.
 BOOL HGEditorAttach(HGridWindow* gw, HGridData* grid, HGField* field);
 BOOL HGMoveBy(HGridWindow* gw, int cols, int rows, BOOL extend);
+// The edit bar's title and record number of the current cell.
+void HGUpdateBar(HGridWindow* gw);
 // Inverts what changed between the old range (null: none) and the present one.
 void HGPaintSelection(HGridWindow* gw, HDC hDC, const DWORD* oldAnchor, const DWORD* oldCurrent);
 void HGInvertRow(HGridWindow* gw, HDC hDC, int row); // hDC may be null

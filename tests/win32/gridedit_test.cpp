@@ -293,6 +293,51 @@ TEST_F(GridEdit, ColumnWidthDraggedPastItsLimitsIsHeldToThem)
     }
 }
 
+// The selection is drawn by inverting only what changed; after any run of
+// moves the window must look as a full repaint would draw it.
+TEST_F(GridEdit, SelectionDrawnByInversionMatchesAFullRepaint)
+{
+    for (DWORD style : {DWORD(0), DWORD(HGS_INPLACE)}) {
+        Make(style);
+        HWND bar = GetDlgItem(grid, 0xFFFF);
+        RECT barRect = {};
+        if (bar)
+            GetWindowRect(bar, &barRect);
+        LONG top = barRect.bottom - barRect.top;
+        struct Step {
+            WPARAM key;
+            bool shift;
+        } const steps[] = {{VK_RIGHT, false}, {VK_DOWN, true}, {VK_RIGHT, true}, {VK_DOWN, false},
+                           {VK_LEFT, true},   {VK_UP, true},   {VK_UP, true},     {VK_HOME, false}};
+        for (const Step& step : steps) {
+            Key(grid, step.key, step.shift);
+            UpdateWindow(grid);
+            RECT client;
+            GetClientRect(grid, &client);
+            HDC screen = GetDC(grid);
+            HDC mem = CreateCompatibleDC(screen);
+            HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
+            HGDIOBJ old = SelectObject(mem, bitmap);
+            SendMessageA(grid, WM_ERASEBKGND, (WPARAM)mem, 0);
+            SendMessageA(grid, WM_PRINTCLIENT, (WPARAM)mem, PRF_CLIENT);
+            DWORD current = Current();
+            for (int row = 0; row < kRows; row++)
+                for (int col = 0; col < 3; col++) {
+                    if ((style & HGS_INPLACE) && current == (DWORD)MAKELONG(col, row))
+                        continue; // under the editor
+                    int x = col * 40 + 3, y = top + row * 20 + 3;
+                    EXPECT_EQ(GetPixel(mem, x, y), GetPixel(screen, x, y))
+                        << "style " << style << " key " << step.key << " cell " << col << "," << row;
+                }
+            SelectObject(mem, old);
+            DeleteObject(bitmap);
+            DeleteDC(mem);
+            ReleaseDC(grid, screen);
+        }
+        DestroyWindow(grid);
+    }
+}
+
 TEST_F(GridEdit, CopyWritesTabsLineEndsAndNullForANullCell)
 {
     Make(HGS_INPLACE);
