@@ -801,6 +801,16 @@ typedef struct HImage {
 /* Validator of an HEdit value (HEM_SETVALIDATE): the control, its id and its stored value. */
 typedef int(CALLBACK *HEDITVALIDATEPROC)(HWND hWnd, LONG id, LPVOID value);
 
+/* One list item of HList and HDrop: the HLList link, the item's flags, and
+   the value copied in line behind them. */
+#pragma pack(push, 2)
+typedef struct HLItem {
+    struct HLItem *next; /* the HLList link */
+    WORD flags;          /* HL_ bits */
+    BYTE payload[4];     /* itemSize bytes, or a terminated string; the block has size + 6 */
+} HLItem;
+#pragma pack(pop)
+
 /* @@SECTION types: later families add their records above this line */
 
 /* ---- Library and frame ---- */

@@ -3,14 +3,6 @@
 #pragma once
 #include "quill32.h"
 
-// One list item: the HLList link, the item's flags, the value copied in line.
-#pragma pack(push, 2)
-struct HLItem {
-    HLItem* next;    // the HLList link
-    WORD flags;      // HL_SELECTED, HL_MARKED
-    BYTE payload[4]; // itemSize bytes, or a terminated string; the block has size + 6
-};
-#pragma pack(pop)
 constexpr UINT kHLItemHead = 6; // bytes in front of the payload
 
 // Class bits of wFlags, beside the common HCTLF_ ones.

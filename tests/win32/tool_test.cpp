@@ -7,7 +7,7 @@
 
 namespace {
 
-const LPCSTR kPane = MAKEINTRESOURCEA(200);
+const LPCSTR kPane = MAKEINTRESOURCEA(240);
 const LPCSTR kMissing = MAKEINTRESOURCEA(299);
 constexpr int kBarId = 40;
 
