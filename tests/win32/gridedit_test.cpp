@@ -232,6 +232,27 @@ TEST_F(GridEdit, TypingIntoTheEditorCommitsIntoTheRecordOnTheNextMove)
     EXPECT_EQ((DWORD)MAKELONG(2, 2), Current());
 }
 
+TEST_F(GridEdit, EditorInTheBarCommitsAndFocusLeavingTheGridCommitsToo)
+{
+    Make(0); // not in place: the editor lives in the edit bar
+    HWND editor = Editor(0);
+    ASSERT_TRUE(editor);
+    EXPECT_EQ(GetDlgItem(grid, 0xFFFF), GetParent(editor));
+    Key(grid, '5');
+    Type("51");
+    EXPECT_TRUE(IsWindowVisible(editor));
+    Key(editor, VK_TAB);
+    EXPECT_EQ("51", Text(0, 0));
+
+    Go(0, 2);
+    Key(grid, '9');
+    Type("9");
+    parent.seen.clear();
+    SetFocus(parent.hwnd());
+    EXPECT_EQ("9", Text(0, 2));
+    EXPECT_EQ((std::vector<WORD>{HGN_CELLCHANGED, HGN_KILLFOCUS}), Codes());
+}
+
 TEST_F(GridEdit, EscapeBringsTheCellValueBackAndWritesNothing)
 {
     Make(HGS_INPLACE);
@@ -268,6 +289,49 @@ TEST_F(GridEdit, ClickMovesAndShiftClickExtendsTheSelection)
     SendMessageA(grid, WM_LBUTTONDBLCLK, 0, MAKELPARAM(20, 10));
     EXPECT_EQ((DWORD)MAKELONG(0, 0), Current());
     EXPECT_EQ(HGN_DBLCLK, Codes().back());
+}
+
+struct RowClick {
+    int row;
+    bool shift, ctrl;
+    std::vector<LONG> selected; // rows that count as selected after the click
+};
+
+TEST_F(GridEdit, RowSelectClicksMarkRowsAsTheTableSays)
+{
+    const RowClick clicks[] = {
+        {1, false, false, {1}},
+        {3, false, true, {1, 3}},
+        {4, true, true, {1, 3, 4}},
+        {1, false, true, {3, 4}},
+        {0, true, false, {0, 1}},
+        {2, false, false, {2}},
+    };
+    Make(HGS_INPLACE | HGS_ROWSELECT);
+    for (const RowClick& c : clicks) {
+        SetKeys(c.shift, c.ctrl);
+        POINT p = {20, c.row * 20 + 10};
+        POINT screen = p;
+        ClientToScreen(grid, &screen);
+        SetCursorPos(screen.x, screen.y);
+        PostMessageA(grid, WM_LBUTTONUP, 0, MAKELPARAM(p.x, p.y));
+        SendMessageA(grid, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(p.x, p.y));
+        PumpMessages();
+        SetKeys(false, false);
+        LONG rows[kRows] = {};
+        LRESULT n = SendMessageA(grid, HGM_GETSELROWS, kRows, (LPARAM)rows);
+        EXPECT_EQ(c.selected, std::vector<LONG>(rows, rows + n)) << "click on row " << c.row;
+    }
+}
+
+TEST_F(GridEdit, DoubleClickOnTheHeaderSelectsTheColumnAndNotifies)
+{
+    Make(HGS_INPLACE | HGS_COLHEADERS);
+    SendMessageA(grid, HGM_SETCOLHEADERHEIGHT, 20, 1);
+    parent.seen.clear();
+    SendMessageA(grid, WM_LBUTTONDBLCLK, 0, MAKELPARAM(60, 10));
+    EXPECT_EQ((DWORD)MAKELONG(1, -1), Current());
+    EXPECT_EQ((std::vector<WORD>{HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED, HGN_DBLCLK}), Codes());
 }
 
 TEST_F(GridEdit, ColumnWidthDraggedPastItsLimitsIsHeldToThem)
