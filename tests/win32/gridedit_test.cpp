@@ -253,6 +253,39 @@ TEST_F(GridEdit, EditorInTheBarCommitsAndFocusLeavingTheGridCommitsToo)
     EXPECT_EQ((std::vector<WORD>{HGN_CELLCHANGED, HGN_KILLFOCUS}), Codes());
 }
 
+struct KindCase {
+    char kind;
+    char cls, type;
+    const char* className;
+    int id;
+};
+
+TEST_F(GridEdit, EachEditorKindGetsItsHiddenControlReportingToTheGrid)
+{
+    const KindCase kinds[] = {
+        {'e', 'n', 'i', HEDITSS_CLASS, 200}, {'l', 'n', 'i', HLIST_CLASS, 201}, {'c', 's', 's', HCOMB_CLASS, 202},
+        {'d', 'n', 'i', HCOMB_CLASS, 203},   {'k', 'n', 'i', HBUTT_CLASS, 204},
+    };
+    Make(HGS_INPLACE);
+    for (const KindCase& k : kinds) {
+        HGField* f = HGFieldCreate("K", 0, 40, 60, k.cls, k.type, 0, 0, 4, k.kind, 0, "");
+        LRESULT index = SendMessageA(grid, HGM_ADDFIELD, 0, (LPARAM)f);
+        HWND editor = Editor((int)index);
+        ASSERT_TRUE(editor) << k.kind;
+        char name[32] = "";
+        GetClassNameA(editor, name, sizeof name);
+        EXPECT_STREQ(k.className, name) << k.kind;
+        EXPECT_EQ(k.id, GetDlgCtrlID(editor)) << k.kind;
+        EXPECT_FALSE(IsWindowVisible(editor)) << k.kind;
+        HCtlBase* record = (HCtlBase*)SendMessageA(editor, HM_GETPTR, 0, 0); // passes the subclass
+        ASSERT_TRUE(record) << k.kind;
+        EXPECT_EQ(grid, record->hNotify) << k.kind;
+        EXPECT_EQ(DLGC_WANTALLKEYS, SendMessageA(editor, WM_GETDLGCODE, 0, 0)) << k.kind; // the grid answers
+    }
+    HGField* none = HGFieldCreate("None", 0, 40, 0, 'n', 'i', 0, 0, 4, 'x', 0, "");
+    EXPECT_EQ(nullptr, Editor((int)SendMessageA(grid, HGM_ADDFIELD, 0, (LPARAM)none)));
+}
+
 TEST_F(GridEdit, EscapeBringsTheCellValueBackAndWritesNothing)
 {
     Make(HGS_INPLACE);
