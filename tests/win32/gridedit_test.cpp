@@ -120,6 +120,32 @@ protected:
         HGGetCellText(grid, col, row, text, sizeof text);
         return text;
     }
+    // The window as it stands against a full repaint into memory, at a corner
+    // pixel of each cell; the cell under an in-place editor is skipped.
+    void ExpectScreenMatchesRepaint(LONG top, bool inPlace, const std::string& what)
+    {
+        UpdateWindow(grid);
+        RECT client;
+        GetClientRect(grid, &client);
+        HDC screen = GetDC(grid);
+        HDC mem = CreateCompatibleDC(screen);
+        HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
+        HGDIOBJ old = SelectObject(mem, bitmap);
+        SendMessageA(grid, WM_ERASEBKGND, (WPARAM)mem, 0);
+        SendMessageA(grid, WM_PRINTCLIENT, (WPARAM)mem, PRF_CLIENT);
+        DWORD current = Current();
+        for (int row = 0; row < kRows; row++)
+            for (int col = 0; col < 3; col++) {
+                if (inPlace && current == (DWORD)MAKELONG(col, row))
+                    continue;
+                int x = col * 40 + 3, y = top + row * 20 + 3;
+                EXPECT_EQ(GetPixel(mem, x, y), GetPixel(screen, x, y)) << what << " cell " << col << "," << row;
+            }
+        SelectObject(mem, old);
+        DeleteObject(bitmap);
+        DeleteDC(mem);
+        ReleaseDC(grid, screen);
+    }
     void Click(int col, int row, bool shift = false)
     {
         SetKeys(shift, false);
@@ -354,6 +380,7 @@ TEST_F(GridEdit, RowSelectClicksMarkRowsAsTheTableSays)
         LONG rows[kRows] = {};
         LRESULT n = SendMessageA(grid, HGM_GETSELROWS, kRows, (LPARAM)rows);
         EXPECT_EQ(c.selected, std::vector<LONG>(rows, rows + n)) << "click on row " << c.row;
+        ExpectScreenMatchesRepaint(0, true, "click on row " + std::to_string(c.row));
     }
 }
 
@@ -408,28 +435,7 @@ TEST_F(GridEdit, SelectionDrawnByInversionMatchesAFullRepaint)
                            {VK_LEFT, true},   {VK_UP, true},   {VK_UP, true},     {VK_HOME, false}};
         for (const Step& step : steps) {
             Key(grid, step.key, step.shift);
-            UpdateWindow(grid);
-            RECT client;
-            GetClientRect(grid, &client);
-            HDC screen = GetDC(grid);
-            HDC mem = CreateCompatibleDC(screen);
-            HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
-            HGDIOBJ old = SelectObject(mem, bitmap);
-            SendMessageA(grid, WM_ERASEBKGND, (WPARAM)mem, 0);
-            SendMessageA(grid, WM_PRINTCLIENT, (WPARAM)mem, PRF_CLIENT);
-            DWORD current = Current();
-            for (int row = 0; row < kRows; row++)
-                for (int col = 0; col < 3; col++) {
-                    if ((style & HGS_INPLACE) && current == (DWORD)MAKELONG(col, row))
-                        continue; // under the editor
-                    int x = col * 40 + 3, y = top + row * 20 + 3;
-                    EXPECT_EQ(GetPixel(mem, x, y), GetPixel(screen, x, y))
-                        << "style " << style << " key " << step.key << " cell " << col << "," << row;
-                }
-            SelectObject(mem, old);
-            DeleteObject(bitmap);
-            DeleteDC(mem);
-            ReleaseDC(grid, screen);
+            ExpectScreenMatchesRepaint(top, (style & HGS_INPLACE) != 0, "key " + std::to_string(step.key));
         }
         DestroyWindow(grid);
     }
