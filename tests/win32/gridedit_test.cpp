@@ -146,10 +146,11 @@ protected:
         DeleteDC(mem);
         ReleaseDC(grid, screen);
     }
-    void Click(int col, int row, bool shift = false)
+    // A click in the middle of a cell of a grid without headers.
+    void Click(int col, int row, bool shift = false) { ClickAt({col * 40 + 20, row * 20 + 10}, shift); }
+    void ClickAt(POINT p, bool shift)
     {
         SetKeys(shift, false);
-        POINT p = {col * 40 + 20, row * 20 + 10};
         POINT screen = p;
         ClientToScreen(grid, &screen);
         SetCursorPos(screen.x, screen.y);
@@ -392,6 +393,46 @@ TEST_F(GridEdit, DoubleClickOnTheHeaderSelectsTheColumnAndNotifies)
     SendMessageA(grid, WM_LBUTTONDBLCLK, 0, MAKELPARAM(60, 10));
     EXPECT_EQ((DWORD)MAKELONG(1, -1), Current());
     EXPECT_EQ((std::vector<WORD>{HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED, HGN_DBLCLK}), Codes());
+}
+
+TEST_F(GridEdit, DeleteAndInsertWorkOnTheSelectedRowsOfARowSelectGrid)
+{
+    Make(HGS_INPLACE | HGS_ROWSELECT | HGS_INSDEL);
+    HGSetCellText(grid, 0, 3, "33");
+    Click(0, 1);
+    Click(0, 2, true);
+    parent.seen.clear();
+    Key(grid, VK_DELETE);
+    EXPECT_EQ(kRows - 2, SendMessageA(grid, HGM_GETRECORDCOUNT, 0, 0));
+    EXPECT_EQ("33", Text(0, 1));
+    std::vector<WORD> codes = Codes();
+    EXPECT_EQ(2, std::count(codes.begin(), codes.end(), HGN_ROWDELETED));
+    Click(0, 0);
+    Key(grid, VK_INSERT);
+    EXPECT_EQ(kRows - 1, SendMessageA(grid, HGM_GETRECORDCOUNT, 0, 0));
+    EXPECT_EQ("33", Text(0, 2));
+}
+
+TEST_F(GridEdit, ShiftDragOfASelectedColumnHeaderMovesTheColumn)
+{
+    Make(HGS_INPLACE | HGS_COLHEADERS | HGS_FIELDMAP);
+    SendMessageA(grid, HGM_SETCOLHEADERHEIGHT, 20, 1);
+    ClickAt({20, 10}, false); // the first column's header
+    ASSERT_EQ((DWORD)MAKELONG(0, -1), Current());
+    parent.seen.clear();
+    SetKeys(true, false);
+    POINT p = {20, 10};
+    POINT screen = p;
+    ClientToScreen(grid, &screen);
+    SetCursorPos(screen.x, screen.y);
+    PostMessageA(grid, WM_LBUTTONUP, 0, MAKELPARAM(100, 10)); // over the third column
+    SendMessageA(grid, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(p.x, p.y));
+    PumpMessages();
+    SetKeys(false, false);
+    std::vector<WORD> codes = Codes();
+    EXPECT_TRUE(std::find(codes.begin(), codes.end(), HGN_COLSMOVED) != codes.end());
+    EXPECT_EQ(2, SendMessageA(grid, HGM_FINDFIELD, 0, (LPARAM) "Num"));
+    EXPECT_EQ((DWORD)MAKELONG(2, -1), Current());
 }
 
 TEST_F(GridEdit, ColumnWidthDraggedPastItsLimitsIsHeldToThem)
