@@ -17,8 +17,6 @@ bool Alive(HWND hWnd, const HGridWindow* gw)
     return IsWindow(hWnd) && (const HGridWindow*)GetWindowLongA(hWnd, 0) == gw && gw->grid;
 }
 
-LONG FieldCount(const HGridData* grid) { return grid->fields ? grid->fields->count : 0; }
-
 POINT PointOf(LPARAM point) { return {(SHORT)LOWORD(point), (SHORT)HIWORD(point)}; }
 
 DWORD HitTest(HGridWindow* gw, POINT pt)
@@ -302,7 +300,10 @@ void HGMouseUp(HGridWindow* gw, LPARAM point)
     if (!g_gridResizeTarget)
         return;
     ClipCursor(nullptr);
-    ApplyResize(gw, g_gridResizeTarget, pt);
+    // The edge has moved away from under the cursor: the next WM_SETCURSOR finds it again.
+    LONG target = g_gridResizeTarget;
+    g_gridResizeTarget = 0;
+    ApplyResize(gw, target, pt);
 }
 
 void HGDoubleClick(HGridWindow* gw, LPARAM point)

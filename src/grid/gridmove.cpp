@@ -280,7 +280,7 @@ void InsertOrDeleteRows(HGridWindow* gw, bool insert)
 
 } // namespace
 
-void HGKeyDown(HGridWindow* gw, UINT key)
+void HGKeyDown(HGridWindow* gw, UINT key, LPARAM lParam)
 {
     if (!gw || !gw->grid)
         return;
@@ -289,7 +289,7 @@ void HGKeyDown(HGridWindow* gw, UINT key)
     if (!(style & HGS_READONLY) && typing && gw->hEditor && IsWindow(gw->hEditor)) {
         HWND editor = gw->hEditor;
         SetFocus(editor);
-        SendMessageA(editor, WM_KEYDOWN, key, 0);
+        SendMessageA(editor, WM_KEYDOWN, key, lParam);
         return;
     }
     bool shift = Pressed(VK_SHIFT), ctrl = Pressed(VK_CONTROL);

@@ -274,7 +274,7 @@ Answer StandardMessage(HGridWindow* gw, UINT msg, WPARAM wParam, LPARAM lParam)
             SetFocus(gw->hWnd);
         return kDefault;
     case WM_KEYDOWN:
-        HGKeyDown(gw, (UINT)wParam);
+        HGKeyDown(gw, (UINT)wParam, lParam);
         return Give(0);
     case WM_CHAR:
         HGChar(gw, wParam, lParam);

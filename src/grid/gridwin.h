@@ -69,7 +69,7 @@ void HGPaintSelection(HGridWindow* gw, HDC hDC, const DWORD* oldAnchor, const DW
 void HGInvertRow(HGridWindow* gw, HDC hDC, int row); // hDC may be null
 // The selected columns, in order; true if more than one.
 BOOL HGSelectionCols(HGridWindow* gw, int* first, int* last, BOOL skipHidden);
-void HGKeyDown(HGridWindow* gw, UINT key);            // WM_KEYDOWN
+void HGKeyDown(HGridWindow* gw, UINT key, LPARAM lParam); // WM_KEYDOWN
 void HGChar(HGridWindow* gw, WPARAM ch, LPARAM lParam); // WM_CHAR
 HWND HGEditorCreate(HGridWindow* gw, HGridData* grid, HGField* field); // hidden; 0 for no kind
 void HGEditorShow(HGridWindow* gw);
