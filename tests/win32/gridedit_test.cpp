@@ -313,6 +313,27 @@ TEST_F(GridEdit, EachEditorKindGetsItsHiddenControlReportingToTheGrid)
     EXPECT_EQ(nullptr, Editor((int)SendMessageA(grid, HGM_ADDFIELD, 0, (LPARAM)none)));
 }
 
+LONG CALLBACK HundredRecords(HWND, UINT op, LONG position, LPVOID)
+{
+    return op != 0 || (position >= 0 && position < 100); // fetches succeed for records 0 to 99
+}
+
+TEST_F(GridEdit, CtrlEndAndCtrlHomeReachTheEndsOfAVirtualTable)
+{
+    Make(HGS_INPLACE);
+    SendMessageA(grid, HGM_SETDATAPROC, 0, (LPARAM)HundredRecords);
+    SendMessageA(grid, HGM_SETTOTAL, 0, 100);
+    SendMessageA(grid, HGM_RELAYOUT, 1, 0);
+    auto record = [&] { return HIWORD(Current()) + (LONG)SendMessageA(grid, HGM_GETROWBASE, 0, 0); };
+    Key(grid, VK_END, false, true);
+    EXPECT_EQ(99, record());
+    EXPECT_EQ(2, LOWORD(Current()));
+    Key(grid, VK_HOME, false, true);
+    EXPECT_EQ(0, record());
+    EXPECT_EQ(0, LOWORD(Current()));
+    EXPECT_EQ(0, SendMessageA(grid, HGM_GETTOPROW, 0, 0));
+}
+
 TEST_F(GridEdit, EscapeBringsTheCellValueBackAndWritesNothing)
 {
     Make(HGS_INPLACE);
