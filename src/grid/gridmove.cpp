@@ -360,10 +360,15 @@ void HGKeyDown(HGridWindow* gw, UINT key, LPARAM lParam)
         HGMoveBy(gw, cols, rows, extend);
 }
 
+// A character that reached the grid after its key started typing goes where
+// the key put the focus: the editor, or the editor's own child (a combo's edit).
 void HGChar(HGridWindow* gw, WPARAM ch, LPARAM lParam)
 {
-    if (gw && gw->hEditor && IsWindow(gw->hEditor))
-        SendMessageA(gw->hEditor, WM_CHAR, ch, lParam);
+    if (!gw || !gw->hEditor || !IsWindow(gw->hEditor))
+        return;
+    HWND focus = GetFocus();
+    HWND to = focus && IsChild(gw->hEditor, focus) ? focus : gw->hEditor;
+    SendMessageA(to, WM_CHAR, ch, lParam);
 }
 
 BOOL HGRowSelected(HGridWindow* gw, int row)

@@ -313,6 +313,23 @@ TEST_F(GridEdit, EachEditorKindGetsItsHiddenControlReportingToTheGrid)
     EXPECT_EQ(nullptr, Editor((int)SendMessageA(grid, HGM_ADDFIELD, 0, (LPARAM)none)));
 }
 
+TEST_F(GridEdit, TypingIntoAComboEditorCommitsThroughItsTopChild)
+{
+    Make(HGS_INPLACE);
+    HGField* f = HGFieldCreate("Combo", 0, 60, 80, 's', 's', 0, 0, 8, 'c', 0, "");
+    int col = (int)SendMessageA(grid, HGM_ADDFIELD, 0, (LPARAM)f);
+    HGSetCellData(grid, col, 0, nullptr);
+    Go(col, 0);
+    HWND combo = Editor(col);
+    Key(grid, 'H');
+    HWND focus = GetFocus();
+    EXPECT_TRUE(focus == combo || IsChild(combo, focus));
+    Type("Hi"); // the grid hands the characters to the focused child of the combo
+    Key(focus, VK_TAB); // the top child hands the key to the combo, whose filter hands it to the grid
+    EXPECT_EQ(grid, GetFocus());
+    EXPECT_EQ("Hi", Text(col, 0));
+}
+
 LONG CALLBACK HundredRecords(HWND, UINT op, LONG position, LPVOID)
 {
     return op != 0 || (position >= 0 && position < 100); // fetches succeed for records 0 to 99
