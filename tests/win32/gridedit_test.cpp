@@ -496,6 +496,30 @@ TEST_F(GridEdit, ColumnWidthDraggedPastItsLimitsIsHeldToThem)
     }
 }
 
+TEST_F(GridEdit, RowEdgeDraggedSetsTheRowHeightUnclamped)
+{
+    Make(HGS_INPLACE | HGS_SIZEROWS);
+    struct {
+        int edgeY, upY;
+        LRESULT height;
+    } const drags[] = {{20, 30, 30}, {40, 50, 30}, {20, 0, 0}, {20, -5, -5}};
+    for (const auto& d : drags) {
+        SendMessageA(grid, HGM_SETROWHEIGHT, 20, 1);
+        POINT screen = {20, d.edgeY};
+        ClientToScreen(grid, &screen);
+        SetCursorPos(screen.x, screen.y);
+        SendMessageA(grid, WM_SETCURSOR, (WPARAM)grid, MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        SendMessageA(grid, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, d.edgeY));
+        parent.seen.clear();
+        SendMessageA(grid, WM_LBUTTONUP, 0, MAKELPARAM(20, d.upY));
+        EXPECT_EQ(d.height, SendMessageA(grid, HGM_GETROWHEIGHT, 0, 0)) << d.edgeY << " to " << d.upY;
+        EXPECT_EQ(HGN_ROWSIZED, Codes().empty() ? 0 : Codes().front()) << d.edgeY << " to " << d.upY;
+        InvalidateRect(grid, nullptr, TRUE);
+        UpdateWindow(grid); // a height of 0 or below still paints
+        Key(grid, VK_DOWN);
+    }
+}
+
 // The selection is drawn by inverting only what changed; after any run of
 // moves the window must look as a full repaint would draw it.
 TEST_F(GridEdit, SelectionDrawnByInversionMatchesAFullRepaint)
