@@ -328,6 +328,8 @@ TEST_F(GridEdit, TypingIntoAComboEditorCommitsThroughItsTopChild)
     Key(focus, VK_TAB); // the top child hands the key to the combo, whose filter hands it to the grid
     EXPECT_EQ(grid, GetFocus());
     EXPECT_EQ("Hi", Text(col, 0));
+    HGridWindow* gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+    EXPECT_FALSE(gw->wFlags & HGW_EDITING);
 }
 
 LONG CALLBACK HundredRecords(HWND, UINT op, LONG position, LPVOID)
