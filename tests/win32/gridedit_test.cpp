@@ -391,6 +391,21 @@ TEST_F(GridEdit, ClickMovesAndShiftClickExtendsTheSelection)
     EXPECT_EQ(HGN_DBLCLK, Codes().back());
 }
 
+TEST_F(GridEdit, DragExtendsFromThePressedCellToTheCellUnderTheCursor)
+{
+    Make(HGS_INPLACE);
+    POINT screen = {60, 50}; // cell (1, 2)
+    ClientToScreen(grid, &screen);
+    SetCursorPos(screen.x, screen.y);
+    PostMessageA(grid, WM_LBUTTONUP, 0, MAKELPARAM(60, 50));
+    SendMessageA(grid, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 10)); // pressed on (0, 0)
+    PumpMessages();
+    EXPECT_EQ((DWORD)MAKELONG(0, 0), Anchor());
+    EXPECT_EQ((DWORD)MAKELONG(1, 2), Current());
+    std::vector<WORD> codes = Codes();
+    EXPECT_TRUE(std::find(codes.begin(), codes.end(), HGN_EXTENDING) != codes.end());
+}
+
 struct RowClick {
     int row;
     bool shift, ctrl;
