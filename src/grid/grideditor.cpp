@@ -29,6 +29,14 @@ constexpr DWORD kHGEditInPlaceMask = 0xFF7FFFFF;
 constexpr DWORD kHGEditBarMask = 0xFF7FF3FC;
 constexpr DWORD kHGButtonStyle = WS_CHILD | 0x1C02;
 constexpr int kHGButtonType = 2;
+// A value passed to or from an editor lies in a zeroed block of at least this
+// many bytes: an editor reads and writes its own type's size, which a field
+// whose type disagrees with its size would otherwise let run past the cell.
+constexpr SIZE_T kHGValueRoom = 256;
+// Room for a button editor's specification text.
+constexpr SIZE_T kHGButtonText = 256;
+
+SIZE_T ValueBytes(const HGField* f) { return ((SIZE_T)f->size > kHGValueRoom ? (SIZE_T)f->size : kHGValueRoom) + 1; }
 
 int KindNumber(char kind)
 {
@@ -257,6 +265,8 @@ HWND HGEditorCreate(HGridWindow* gw, HGridData* grid, HGField* field)
     if (!gw || !grid || number < 0)
         return nullptr;
     size_t size = (field->format ? strlen(field->format) : 0) + 32;
+    if (size < kHGButtonText)
+        size = kHGButtonText;
     LPSTR text = (LPSTR)GlobalAlloc(GPTR, size);
     if (!text)
         return nullptr;
@@ -348,7 +358,7 @@ BOOL HGEditorLoad(HGridWindow* gw)
     if (!gw || !gw->hEditor || !IsWindow(gw->hEditor) || !field || field->size < 1)
         return FALSE;
     // A copy of the cell, bounded by the cell layer; null for a null cell.
-    LPVOID cell = GlobalAlloc(GPTR, (SIZE_T)field->size + 1);
+    LPVOID cell = GlobalAlloc(GPTR, ValueBytes(field));
     if (!cell)
         return FALSE;
     bool isNull = HGCellIsNull(gw, gw->curCol, gw->curRow) || !HGGetCellData(gw->hWnd, gw->curCol, gw->curRow, cell);
@@ -381,7 +391,7 @@ BOOL HGEditorCommit(HGridWindow* gw)
         return FALSE;
     if (field->size < 1)
         return FALSE;
-    LPVOID block = GlobalAlloc(GPTR, (SIZE_T)field->size + 1);
+    LPVOID block = GlobalAlloc(GPTR, ValueBytes(field));
     if (!block)
         return FALSE;
     LRESULT got = 0;
