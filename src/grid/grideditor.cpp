@@ -20,7 +20,6 @@ const EditorKind kEditorKinds[] = {
     {'e', HEDITSS_CLASS, HEditWnd}, {'l', HLIST_CLASS, HListWnd}, {'c', HCOMB_CLASS, HCombWnd},
     {'d', HCOMB_CLASS, HCombWnd},   {'k', HBUTT_CLASS, HButtWnd},
 };
-constexpr DWORD kHGChildHidden = WS_CHILD;
 constexpr DWORD kHGListMask = 0xFF7FFFDF; // less WS_BORDER and bit 5
 constexpr DWORD kHGListBits = WS_CHILD | 0x11;
 constexpr DWORD kHGComboDropBit = 8;
