@@ -3,7 +3,7 @@
 #pragma once
 #include "quill32.h"
 
-// Capacity of the specification's work copy and of each of its fields, terminator included.
+// Capacity of the work copy of a specification text and of each of its fields, terminator included.
 constexpr int kButtSpecSize = 256;
 // Image slots an image list starts with, and grows by.
 constexpr int kButtImageChunk = 4;

@@ -1,5 +1,5 @@
-// HStat: registration, window procedure and class handler: the specification
-// text, run-time texts, colours, alignment, kind and image messages.
+// HStat: registration, window procedure and class handler: the control's
+// specification text, run-time texts, colours, alignment, kind and image messages.
 #include "buttons/hstat.h"
 #include "frame/frame.h"
 #include "frame/strings.h"

@@ -3,7 +3,7 @@
 #pragma once
 #include "quill32.h"
 
-// Capacity of the specification's work copy, terminator included.
+// Capacity of the work copy of a specification text, terminator included.
 constexpr int kStatSpecSize = 256;
 // The sample an empty text shows at design time.
 constexpr char kStatSample[] = "Text";
