@@ -109,8 +109,12 @@ Answer OnSetFocus(HGridWindow* gw, HWND from)
     HWND hWnd = gw->hWnd;
     if (from && IsChild(hWnd, from))
         return Give(0);
-    if (gw->hEditor && IsWindow(gw->hEditor) && (gw->wFlags & HGW_EDITORSHOWN))
-        ShowWindow(gw->hEditor, SW_SHOWNA);
+    // The editor that the focus loss hid comes back.
+    if (gw->hEditor && IsWindow(gw->hEditor)) {
+        HGEditorShow(gw);
+        if (!Alive(hWnd, gw))
+            return Give(0);
+    }
     if (gw->wFlags & HGW_EDITING) {
         if (gw->hEditor)
             SetFocus(gw->hEditor);
@@ -146,16 +150,14 @@ Answer OnKillFocus(HGridWindow* gw, HWND to)
     return Give(0);
 }
 
-// An editor lost the focus: to the grid, editing ends; to another child, the
-// grid keeps it; elsewhere, the grid loses it as a whole.
+// An editor lost the focus: to the grid, editing ends; elsewhere the grid
+// loses it as a whole, which the focus loss ignores for another child.
 Answer OnChildBlur(HGridWindow* gw, HWND to)
 {
     if (to == gw->hWnd) {
         gw->wFlags &= (WORD)~HGW_EDITING;
         return Give(0);
     }
-    if (to && IsChild(gw->hWnd, to))
-        return Give(0);
     if (gw->grid->style & HGS_KEEPSEL) {
         HCtlNotify(gw, HGN_KILLFOCUS);
         return Give(0);
@@ -184,10 +186,9 @@ bool SetName(HGridWindow* gw, LPCSTR text)
         return true;
     }
     OFSTRUCT file = entry->file;
-    HGridData* copy = HGridDup(entry->grid);
     RemoveStashed(owner, gw->designName);
     HStrReplace(&gw->designName, text);
-    if (copy)
+    if (HGridData* copy = HGridDup(gw->grid))
         StashGrid(copy, owner, text, &file);
     return true;
 }

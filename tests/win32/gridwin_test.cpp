@@ -231,7 +231,11 @@ struct NoticeCase {
     const char* what;
     void (*act)(HWND grid, HWND parent);
     std::vector<WORD> codes;
+    DWORD style = 0;
+    int editorShown = -1; // -1: not looked at
 };
+
+HWND BarButton(HWND grid, int id) { return GetDlgItem(GetDlgItem(grid, 0xFFFF), id); }
 
 const NoticeCase kNotices[] = {
     {"a move to another row", [](HWND g, HWND) { SendMessageA(g, HGM_SETCURRENT, 0, Cell(1, 2)); },
@@ -246,6 +250,20 @@ const NoticeCase kNotices[] = {
          SetFocus(p);
      },
      {HGN_SETFOCUS, HGN_KILLFOCUS}},
+    {"focus back shows the editor that the focus loss hid",
+     [](HWND g, HWND p) {
+         SetFocus(g);
+         SendMessageA(g, HGM_SETCURRENT, 0, Cell(1, 1));
+         SetFocus(p);
+         SetFocus(g);
+     },
+     {HGN_SETFOCUS, HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED, HGN_KILLFOCUS, HGN_SETFOCUS},
+     0,
+     1},
+    {"an editor's focus going to a bar button leaves a keep-selection grid",
+     [](HWND g, HWND) { SendMessageA(g, HM_CHILDBLUR, (WPARAM)BarButton(g, IDOK), 0); },
+     {HGN_KILLFOCUS},
+     HGS_KEEPSEL},
     {"the end", [](HWND g, HWND) { DestroyWindow(g); }, {HGN_DESTROY}},
     {"field messages say nothing",
      [](HWND g, HWND) {
@@ -258,11 +276,16 @@ const NoticeCase kNotices[] = {
 TEST_F(GridWin, NotificationsComeInTheirOrder)
 {
     for (const NoticeCase& c : kNotices) {
-        Make();
+        Make(c.style);
         SetFocus(parent.hwnd());
         parent.seen.clear();
         c.act(grid, parent.hwnd());
         EXPECT_SEEN(parent, Codes(c.codes));
+        if (c.editorShown >= 0) {
+            bool shown = gw->hEditor && (gw->wFlags & HGW_EDITORSHOWN) &&
+                         (GetWindowLongA(gw->hEditor, GWL_STYLE) & WS_VISIBLE);
+            EXPECT_EQ(c.editorShown != 0, shown);
+        }
         if (HasFailure())
             ADD_FAILURE() << c.what;
         DestroyWindow(grid);
@@ -493,9 +516,13 @@ TEST_F(GridWin, ADesignGridMovesItsStashEntryWithItsName)
     ASSERT_TRUE(design);
     DWORD thread = GetCurrentThreadId();
     EXPECT_TRUE(GetStashed(thread, "DSGNA", nullptr));
+    // The entry under the new name is a copy of the window's grid as it stands.
+    ASSERT_GE(SendMessageA(design, HGM_ADDFIELD, 0, (LPARAM)Field("Num", 4)), 0);
     EXPECT_TRUE(SendMessageA(design, WM_SETTEXT, 0, (LPARAM) "DSGNB"));
     EXPECT_FALSE(GetStashed(thread, "DSGNA", nullptr));
-    EXPECT_TRUE(GetStashed(thread, "DSGNB", nullptr));
+    HGStashEntry* renamed = GetStashed(thread, "DSGNB", nullptr);
+    ASSERT_TRUE(renamed);
+    EXPECT_EQ(1, renamed->grid->fields->count);
     char text[16] = "";
     GetWindowTextA(design, text, sizeof text);
     EXPECT_STREQ("DSGNA", text); // the grid's own name stays at design time
