@@ -119,7 +119,7 @@ Answer OnSetFocus(HGridWindow* gw, HWND from)
         if (gw->hEditor)
             SetFocus(gw->hEditor);
     } else {
-        if ((gw->grid->style & HGS_INPLACE) && !(gw->wFlags & HGW_CELLSHOWN)) {
+        if (!(gw->grid->style & HGS_INPLACE) && !(gw->wFlags & HGW_CELLSHOWN)) {
             HGMoveTo(gw, gw->curCol, gw->curRow, TRUE, FALSE);
             if (!Alive(hWnd, gw))
                 return Give(0);

@@ -244,12 +244,20 @@ const NoticeCase kNotices[] = {
      {HGN_MOVING, HGN_CELLMOVED}},
     {"an extending move", [](HWND g, HWND) { SendMessageA(g, HGM_SETCURRENT, 1, Cell(1, 1)); },
      {HGN_EXTENDING, HGN_CELLMOVED, HGN_ROWCHANGED}},
+    // No cell has been shown yet: the focus shows the current one, unless in place.
     {"focus in and out",
      [](HWND g, HWND p) {
          SetFocus(g);
          SetFocus(p);
      },
-     {HGN_SETFOCUS, HGN_KILLFOCUS}},
+     {HGN_EXTENDING, HGN_CELLMOVED, HGN_SETFOCUS, HGN_KILLFOCUS}},
+    {"focus in and out of an in-place grid",
+     [](HWND g, HWND p) {
+         SetFocus(g);
+         SetFocus(p);
+     },
+     {HGN_SETFOCUS, HGN_KILLFOCUS},
+     HGS_INPLACE},
     {"focus back shows the editor that the focus loss hid",
      [](HWND g, HWND p) {
          SetFocus(g);
@@ -257,7 +265,8 @@ const NoticeCase kNotices[] = {
          SetFocus(p);
          SetFocus(g);
      },
-     {HGN_SETFOCUS, HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED, HGN_KILLFOCUS, HGN_SETFOCUS},
+     {HGN_EXTENDING, HGN_CELLMOVED, HGN_SETFOCUS, HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED, HGN_KILLFOCUS,
+      HGN_SETFOCUS},
      0,
      1},
     {"an editor's focus going to a bar button leaves a keep-selection grid",
@@ -328,7 +337,7 @@ TEST_F(GridWin, AReceiverThatDestroysTheGridEndsTheMessageThere)
         {HGN_CELLMOVED, {HGN_MOVING, HGN_CELLMOVED, HGN_DESTROY}},
         {HGN_ROWCHANGED, {HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED, HGN_DESTROY}},
         // The focus leaves the window on its way out.
-        {HGN_SETFOCUS, {HGN_SETFOCUS, HGN_KILLFOCUS, HGN_DESTROY}},
+        {HGN_SETFOCUS, {HGN_EXTENDING, HGN_CELLMOVED, HGN_SETFOCUS, HGN_KILLFOCUS, HGN_DESTROY}},
     };
     for (const auto& c : cases) {
         Make();
