@@ -160,6 +160,8 @@ HWND GalleryButtPage(HWND parent, int x, int y);
 HWND GalleryEditPage(HWND parent, int x, int y);
 // The HGrid page (gridpage.cpp).
 HWND GalleryGridPage(HWND parent, int x, int y);
+// The HList and HComb page (listpage.cpp).
+HWND GalleryListPage(HWND parent, int x, int y);
 
 int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR cmdLine, int show)
 {
@@ -177,6 +179,7 @@ int WINAPI WinMain(HINSTANCE hInstance, HINSTANCE, LPSTR cmdLine, int show)
     GalleryButtPage(hWnd, 4, 596);
     GalleryEditPage(hWnd, 4, 704);
     GalleryGridPage(hWnd, 4, 772);
+    GalleryListPage(hWnd, 440, 772);
     ShowWindow(hWnd, show ? show : SW_SHOW);
     UpdateWindow(hWnd);
 

@@ -56,11 +56,11 @@ HWND GalleryGridPage(HWND parent, int x, int y)
     wc.hbrBackground = (HBRUSH)(COLOR_BTNFACE + 1);
     wc.lpszClassName = "QuillGalleryGridPage";
     RegisterClassA(&wc);
-    HWND page = CreateWindowExA(0, wc.lpszClassName, "", WS_CHILD | WS_VISIBLE, x, y, 880, 184, parent, nullptr,
+    HWND page = CreateWindowExA(0, wc.lpszClassName, "", WS_CHILD | WS_VISIBLE, x, y, 432, 184, parent, nullptr,
                                 module, nullptr);
     HFONT font = (HFONT)GetStockObject(DEFAULT_GUI_FONT);
     HWND title = CreateWindowExA(0, HSTAT_CLASS, "[black];[light grey];HGrid - a frozen column, headers and scroll bars",
-                                 WS_CHILD | WS_VISIBLE | HSS_LEFT | HSS_EMBOSS, 8, 4, 520, 18, page, nullptr, module,
+                                 WS_CHILD | WS_VISIBLE | HSS_LEFT | HSS_EMBOSS, 8, 4, 416, 18, page, nullptr, module,
                                  nullptr);
     SendMessageA(title, WM_SETFONT, (WPARAM)font, 0);
     DWORD style = WS_CHILD | WS_VISIBLE | WS_BORDER | WS_VSCROLL | WS_HSCROLL | HGS_READONLY | HGS_ROWHEADERS |

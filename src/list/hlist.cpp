@@ -877,6 +877,11 @@ extern "C" LRESULT CALLBACK HListMsgHandler(HWND hWnd, UINT msg, WPARAM wParam, 
     case WM_ERASEBKGND:
         HListEraseBack(r, (HDC)wParam, nullptr);
         return 1;
+    case WM_PRINTCLIENT: // a printed picture takes the path of a paint into a given dc
+        if (lParam & PRF_ERASEBKGND)
+            HListEraseBack(r, (HDC)wParam, nullptr);
+        HListPaint(r, (HDC)wParam);
+        return 0;
     case WM_CANCELMODE:
         r->base.wFlags |= HCTLF_VETO; // ends the mouse loop
         break;
