@@ -156,6 +156,8 @@ void HGCopy(HGridWindow* gw)
     int fromCol, toCol, fromRow, toRow;
     HGSelectionCols(gw, &fromCol, &toCol, TRUE);
     SelectionRows(gw, &fromRow, &toRow);
+    if (toRow >= RecordCount(gw->grid)) // a grid without records copies an empty text
+        toRow = (int)RecordCount(gw->grid) - 1;
     bool ok = true;
     for (int row = fromRow; ok && row <= toRow; row++) {
         for (int col = fromCol; ok && col <= toCol; col++) {

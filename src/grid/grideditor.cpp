@@ -410,7 +410,7 @@ BOOL HGEditorCommit(HGridWindow* gw)
     }
     // The editor may have lost its grid on the way.
     if (gw->hEditor == editor && CurrentField(gw) == field)
-        HGSetCell(gw, gw->curCol, gw->curRow, got > 0 ? block : nullptr);
+        HGSetCell(gw, gw->curCol, gw->curRow, got != 0 ? block : nullptr); // 0: no value
     GlobalFree(block);
     return TRUE;
 }

@@ -503,8 +503,8 @@ void HGScroll(HGridWindow* gw, LONG cols, LONG rows, BOOL moveEditor)
         }
     }
 
-    // Row steps run for a row delta only: a column scroll tells nothing of rows.
-    if (rows) {
+    // The row steps run also for a delta of 0, and so notify after a column scroll.
+    {
         bool virt = IsVirtual(gw);
         LONG r = gw->rowBase + gw->topRow, partial = Partial(gw), visible = gw->visibleRows;
         LONG room = partial - visible + RecordCount(gw) - r;
@@ -520,7 +520,7 @@ void HGScroll(HGridWindow* gw, LONG cols, LONG rows, BOOL moveEditor)
         if (virt) {
             if (next < gw->rowBase)
                 HGCacheSeek(gw, next - gw->cacheSize + partial + visible);
-            if (IsWindow(self) && gw->grid && next + partial + visible > gw->rowBase + RecordCount(gw))
+            if (IsWindow(self) && gw->grid && next + partial + visible >= gw->rowBase + RecordCount(gw))
                 HGCacheSeek(gw, next - 1);
             if (!IsWindow(self) || !gw->grid)
                 return;

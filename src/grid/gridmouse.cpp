@@ -300,10 +300,8 @@ void HGMouseUp(HGridWindow* gw, LPARAM point)
     if (!g_gridResizeTarget)
         return;
     ClipCursor(nullptr);
-    // The edge has moved away from under the cursor: the next WM_SETCURSOR finds it again.
-    LONG target = g_gridResizeTarget;
-    g_gridResizeTarget = 0;
-    ApplyResize(gw, target, pt);
+    // The target stays until the next WM_SETCURSOR looks again.
+    ApplyResize(gw, g_gridResizeTarget, pt);
 }
 
 void HGDoubleClick(HGridWindow* gw, LPARAM point)

@@ -59,16 +59,21 @@ void ScrollColIntoView(HGridWindow* gw, int col)
         HGScroll(gw, left - gw->leftCol, 0, FALSE);
 }
 
-// A row comes into view by the least scroll.
+// A row comes into view by the least scroll. A row whose bottom lies on the
+// body's bottom edge counts as out of view.
 void ScrollRowIntoView(HGridWindow* gw, int row)
 {
-    LONG shown = gw->visibleRows - ((gw->wFlags & HGW_PARTIALROW) ? 1 : 0);
-    if (shown < 1)
-        shown = 1;
-    if (row < gw->topRow)
+    RECT body, rc;
+    HGBodyRows(gw, &body);
+    HGRowRect(gw, row, &rc);
+    if (rc.bottom < body.bottom && rc.bottom > body.top + 1)
+        return;
+    LONG h = gw->grid->rowHeight > 0 ? gw->grid->rowHeight : 1;
+    LONG bottom = ((LONG)row - gw->topRow + 1) * h + body.top; // not clamped: a far row scrolls all the way
+    if (rc.bottom < body.bottom)
         HGScroll(gw, 0, row - gw->topRow, FALSE);
-    else if (row >= gw->topRow + shown)
-        HGScroll(gw, 0, row - gw->topRow - shown + 1, FALSE);
+    else
+        HGScroll(gw, 0, (bottom - body.bottom) / h + 1, FALSE);
 }
 
 // Clears every row mark, repainting the rows that had one.
@@ -360,15 +365,12 @@ void HGKeyDown(HGridWindow* gw, UINT key, LPARAM lParam)
         HGMoveBy(gw, cols, rows, extend);
 }
 
-// A character that reached the grid after its key started typing goes where
-// the key put the focus: the editor, or the editor's own child (a combo's edit).
+// A character that reached the grid goes to the editor itself; a combo does
+// not pass it on to its top child.
 void HGChar(HGridWindow* gw, WPARAM ch, LPARAM lParam)
 {
-    if (!gw || !gw->hEditor || !IsWindow(gw->hEditor))
-        return;
-    HWND focus = GetFocus();
-    HWND to = focus && IsChild(gw->hEditor, focus) ? focus : gw->hEditor;
-    SendMessageA(to, WM_CHAR, ch, lParam);
+    if (gw && gw->hEditor && IsWindow(gw->hEditor))
+        SendMessageA(gw->hEditor, WM_CHAR, ch, lParam);
 }
 
 BOOL HGRowSelected(HGridWindow* gw, int row)

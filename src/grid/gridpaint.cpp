@@ -132,7 +132,8 @@ BOOL PaintDataCell(HGridWindow* gw, HDC dc, const RECT* rc, int col, int row)
     SeamBlock value(bytes + 1);
     if (!value.p)
         return FALSE;
-    BOOL present = HGGetCellData(gw->hWnd, col, row, value.p); // a size of 0 gives an empty value
+    // A field of size 0 paints an empty value, whatever the cell's null mark says.
+    BOOL present = HGGetCellData(gw->hWnd, col, row, value.p) || field->size == 0;
     CellPaint c = {gw, field, dc, rc, present ? value.p : nullptr};
     int saved = SaveDC(dc);
     BOOL done = paint(c);

@@ -249,7 +249,7 @@ TEST_F(GridPaint, ScrollMessagesMoveTheTopRowAndTheBar)
     GetScrollRange(grid, SB_VERT, &low, &high);
     EXPECT_EQ(91, high);
     EXPECT_EQ(1, gw->vScale);
-    struct { WORD code, pos; LONG top; std::vector<WORD> codes; } kSteps[] = {
+    struct { WORD code, pos; LONG top; std::vector<WORD> codes; UINT msg = WM_VSCROLL; } kSteps[] = {
         {SB_LINEDOWN, 0, 1, {HGN_VSCROLLED}},
         {SB_PAGEDOWN, 0, 9, {HGN_VSCROLLED}},
         {SB_THUMBPOSITION, 50, 50, {HGN_VSCROLLED}},
@@ -259,10 +259,13 @@ TEST_F(GridPaint, ScrollMessagesMoveTheTopRowAndTheBar)
         {SB_LINEDOWN, 0, 91, {HGN_SCROLLEND, HGN_VSCROLLED}},
         {SB_THUMBPOSITION, 0, 0, {HGN_VSCROLLED}},
         {SB_LINEUP, 0, 0, {HGN_SCROLLTOP, HGN_VSCROLLED}},
+        {SB_LINEDOWN, 0, 0, {HGN_VSCROLLED}, WM_HSCROLL}, // no column to scroll, yet the row steps run
+        // Row 8 ends on the body's bottom edge, which counts as out of view.
+        {VK_NEXT, 0, 1, {HGN_MOVING, HGN_VSCROLLED, HGN_CELLMOVED, HGN_ROWCHANGED}, WM_KEYDOWN},
     };
     for (const auto& s : kSteps) {
         parent.seen.clear();
-        SendMessageA(grid, WM_VSCROLL, MAKEWPARAM(s.code, s.pos), 0);
+        SendMessageA(grid, s.msg, MAKEWPARAM(s.code, s.pos), 0);
         EXPECT_EQ(s.top, TopRecord()) << "code " << s.code << " pos " << s.pos;
         EXPECT_EQ(s.top, GetScrollPos(grid, SB_VERT)) << "code " << s.code << " pos " << s.pos;
         EXPECT_EQ(s.codes, Codes()) << "code " << s.code << " pos " << s.pos;
@@ -276,10 +279,15 @@ TEST_F(GridPaint, VirtualScrollingScalesTheBarAndKeepsTheCacheOnTheTopRecord)
     GetScrollRange(grid, SB_VERT, &low, &high);
     EXPECT_EQ(4, gw->vScale);
     EXPECT_EQ(99991 / 4, high);
-    struct { WORD code, pos; LONG top, bar; } kSteps[] = {
+    struct { WORD code, pos; LONG top, bar, base = -1; } kSteps[] = {
         {SB_THUMBPOSITION, 10000, 40000, 10000},
         {SB_LINEDOWN, 0, 40001, 10000},
-        {SB_PAGEDOWN, 0, 40009, 10002},
+        {SB_PAGEDOWN, 0, 40009, 10002, 40008},
+        {SB_LINEUP, 0, 40008, 10002, 40008},
+        // Before the cache: a seek back, then one forward, as the view reaches the cache's end.
+        {SB_LINEUP, 0, 40007, 10001, 40006},
+        {SB_LINEDOWN, 0, 40008, 10002},
+        {SB_LINEDOWN, 0, 40009, 10002},
         {SB_THUMBPOSITION, 24997, 99989, 24997},
         {SB_LINEDOWN, 0, 99990, 24997},
         {SB_LINEDOWN, 0, 99991, 24997},
@@ -291,6 +299,8 @@ TEST_F(GridPaint, VirtualScrollingScalesTheBarAndKeepsTheCacheOnTheTopRecord)
         SendMessageA(grid, WM_VSCROLL, MAKEWPARAM(s.code, s.pos), 0);
         EXPECT_EQ(s.top, TopRecord()) << "code " << s.code << " pos " << s.pos;
         EXPECT_EQ(s.bar, GetScrollPos(grid, SB_VERT)) << "code " << s.code << " pos " << s.pos;
+        if (s.base >= 0)
+            EXPECT_EQ(s.base, gw->rowBase) << "code " << s.code << " pos " << s.pos;
         LONG first = -1;
         EXPECT_TRUE(HGGetCellData(grid, 0, gw->topRow, &first));
         EXPECT_EQ(s.top, first) << "the cached row under the top holds its own record";
