@@ -181,10 +181,8 @@ bool SetName(HGridWindow* gw, LPCSTR text)
         return true;
     DWORD owner = GetWindowThreadProcessId(gw->hWnd, nullptr);
     HGStashEntry* entry = GetStashed(owner, gw->designName, nullptr);
-    if (!entry) {
-        HStrReplace(&gw->designName, text);
-        return true;
-    }
+    if (!entry)
+        return true; // the key stays with no entry to move
     OFSTRUCT file = entry->file;
     RemoveStashed(owner, gw->designName);
     HStrReplace(&gw->designName, text);

@@ -538,6 +538,14 @@ TEST_F(GridWin, ADesignGridMovesItsStashEntryWithItsName)
     DestroyWindow(design);
     EXPECT_TRUE(GetStashed(thread, "DSGNB", nullptr)); // back under the new name
     RemoveStashed(thread, "DSGNB");
+    // Without an entry under its key the window keeps the key.
+    design = tool.Child(HGRID_CLASS, "DSGNC", 0, 9);
+    ASSERT_TRUE(design);
+    RemoveStashed(thread, "DSGNC");
+    EXPECT_TRUE(SendMessageA(design, WM_SETTEXT, 0, (LPARAM) "DSGND"));
+    EXPECT_STREQ("DSGNC", ((HGridWindow*)SendMessageA(design, HM_GETPTR, 0, 0))->designName);
+    DestroyWindow(design);
+    EXPECT_FALSE(GetStashed(thread, "DSGND", nullptr));
 }
 
 TEST_F(GridWin, AMoveWithScrollBringsTheColumnAndTheRowIntoView)
