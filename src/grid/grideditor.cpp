@@ -4,6 +4,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "draw/draw.h"
 #include "grid/gridpaint.h"
 #include "grid/gridwin.h"
 
@@ -230,12 +231,7 @@ LRESULT CALLBACK HGButtonProc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lParam)
         return 0;
     }
     if (msg == WM_NCPAINT) {
-        HDC dc = GetWindowDC(hWnd);
-        RECT rc;
-        GetWindowRect(hWnd, &rc);
-        OffsetRect(&rc, -rc.left, -rc.top);
-        DrawEdge(dc, &rc, EDGE_SUNKEN, BF_RECT);
-        ReleaseDC(hWnd, dc);
+        DrawNonClientBorder(hWnd, FALSE); // the recessed border of the library's controls
         return 0;
     }
     return EditorMessage(hWnd, msg, wParam, lParam, 'k', HButtWnd);
