@@ -51,6 +51,11 @@ wine_up "$root/build/win32/bin/wine_keepalive.exe"
 trap "wine_down all" EXIT
 run_ctest build/win32 win32
 
+echo "== image tests again with Wine reporting Windows 98 (the other GetVersion path)"
+rm -f build/win32/reports/win9x_images.xml
+(cd build/win32 && timeout 300 "$root/scripts/test-win9x-images.sh" --gtest_output=xml:reports/win9x_images.xml >/dev/null 2>&1)
+if [ -f build/win32/reports/win9x_images.xml ]; then count_reports build/win32/reports/win9x_images.xml; else fail "image tests as Windows 98 wrote no report"; fi
+
 echo "== gallery screenshot"
 mkdir -p docs/screenshots
 rm -f build/gallery.bmp
