@@ -708,53 +708,29 @@ extern "C" double QUILLAPI HNumStrip(LPCSTR text)
     return HNumReadDecimal(g_szTypedWork);
 }
 
+// Reads a stored value of type T from memory of any alignment.
+template <class T> static double ReadAs(LPCVOID value)
+{
+    T v;
+    memcpy(&v, value, sizeof v);
+    return (double)v;
+}
+
 extern "C" double QUILLAPI NumToDouble(LPCVOID value, char type)
 {
     if (!value)
         return 0.0;
     switch (type) {
-    case HTYPE_BYTE: {
-        uint8_t v;
-        memcpy(&v, value, sizeof v);
-        return v;
-    }
-    case HTYPE_CHAR: {
-        int8_t v;
-        memcpy(&v, value, sizeof v);
-        return v;
-    }
-    case HTYPE_SHORT: {
-        int16_t v;
-        memcpy(&v, value, sizeof v);
-        return v;
-    }
-    case HTYPE_WORD: {
-        uint16_t v;
-        memcpy(&v, value, sizeof v);
-        return v;
-    }
+    case HTYPE_BYTE: return ReadAs<uint8_t>(value);
+    case HTYPE_CHAR: return ReadAs<int8_t>(value);
+    case HTYPE_SHORT: return ReadAs<int16_t>(value);
+    case HTYPE_WORD: return ReadAs<uint16_t>(value);
     case HTYPE_INT:
-    case HTYPE_LONG: {
-        int32_t v;
-        memcpy(&v, value, sizeof v);
-        return v;
-    }
+    case HTYPE_LONG: return ReadAs<int32_t>(value);
     case HTYPE_ULONG:
-    case HTYPE_DWORD: {
-        uint32_t v;
-        memcpy(&v, value, sizeof v);
-        return v;
-    }
-    case HTYPE_FLOAT: {
-        float v;
-        memcpy(&v, value, sizeof v);
-        return v;
-    }
-    case HTYPE_DOUBLE: {
-        double v;
-        memcpy(&v, value, sizeof v);
-        return v;
-    }
+    case HTYPE_DWORD: return ReadAs<uint32_t>(value);
+    case HTYPE_FLOAT: return ReadAs<float>(value);
+    case HTYPE_DOUBLE: return ReadAs<double>(value);
     default: // M among them
         return 0.0;
     }

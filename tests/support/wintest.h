@@ -46,5 +46,55 @@ private:
             << "expected:\n" << Describe(expected_) << "seen:\n" << Describe((parent).seen); \
     } while (0)
 
+// A control's erase painting (WM_ERASEBKGND) into a memory bitmap of its client
+// size, optionally filled with a marker colour first, for reading pixels back.
+class EraseCanvas {
+public:
+    explicit EraseCanvas(HWND ctl, COLORREF prefill = CLR_INVALID)
+    {
+        GetClientRect(ctl, &rc);
+        dc = CreateCompatibleDC(nullptr);
+        HDC screen = GetDC(nullptr);
+        bmp = SelectObject(dc, CreateCompatibleBitmap(screen, rc.right, rc.bottom));
+        ReleaseDC(nullptr, screen);
+        if (prefill != CLR_INVALID) {
+            HBRUSH fill = CreateSolidBrush(prefill);
+            FillRect(dc, &rc, fill);
+            DeleteObject(fill);
+        }
+        EXPECT_EQ(1, SendMessageA(ctl, WM_ERASEBKGND, (WPARAM)dc, 0));
+    }
+    ~EraseCanvas()
+    {
+        DeleteObject(SelectObject(dc, bmp));
+        DeleteDC(dc);
+    }
+    EraseCanvas(const EraseCanvas&) = delete;
+    EraseCanvas& operator=(const EraseCanvas&) = delete;
+    COLORREF At(int x, int y) const { return GetPixel(dc, x, y); }
+    HGDIOBJ Current(UINT type) const { return GetCurrentObject(dc, type); }
+    // First or last column holding a pixel of the colour, -1 if none.
+    int Column(COLORREF c, bool last) const
+    {
+        for (int i = 0; i < rc.right; ++i)
+            for (int y = 0, x = last ? rc.right - 1 - i : i; y < rc.bottom; ++y)
+                if (At(x, y) == c) return x;
+        return -1;
+    }
+    // First column from the left holding a pixel of neither colour, -1 if none.
+    int FirstOther(COLORREF a, COLORREF b) const
+    {
+        for (int x = 0; x < rc.right; ++x)
+            for (int y = 0; y < rc.bottom; ++y)
+                if (At(x, y) != a && At(x, y) != b) return x;
+        return -1;
+    }
+    RECT rc;
+
+private:
+    HDC dc;
+    HGDIOBJ bmp;
+};
+
 // Dispatches whatever is queued for this thread.
 void PumpMessages();

@@ -13,34 +13,6 @@ namespace {
 constexpr COLORREF kRed = RGB(255, 0, 0), kWhite = RGB(255, 255, 255), kGreen = RGB(0, 255, 0);
 const LPARAM kInside = MAKELPARAM(5, 5), kOutside = MAKELPARAM(500, 5);
 
-// The button's erase painting, into a memory bitmap of its client size.
-class Canvas {
-public:
-    explicit Canvas(HWND ctl)
-    {
-        GetClientRect(ctl, &rc);
-        dc = CreateCompatibleDC(nullptr);
-        HDC screen = GetDC(nullptr);
-        bmp = SelectObject(dc, CreateCompatibleBitmap(screen, rc.right, rc.bottom));
-        ReleaseDC(nullptr, screen);
-        EXPECT_EQ(1, SendMessageA(ctl, WM_ERASEBKGND, (WPARAM)dc, 0));
-    }
-    ~Canvas() { DeleteObject(SelectObject(dc, bmp)); DeleteDC(dc); }
-    COLORREF At(int x, int y) const { return GetPixel(dc, x, y); }
-    // First column from the left holding a pixel of neither colour, -1 if none.
-    int FirstOther(COLORREF a, COLORREF b) const
-    {
-        for (int x = 0; x < rc.right; ++x)
-            for (int y = 0; y < rc.bottom; ++y)
-                if (At(x, y) != a && At(x, y) != b) return x;
-        return -1;
-    }
-    RECT rc;
-
-private:
-    HDC dc;
-    HGDIOBJ bmp;
-};
 
 class Butt : public ::testing::Test {
 protected:
@@ -148,7 +120,7 @@ TEST_F(Butt, AFailedImageNameTakesNoSlotSoTheLaterOnesMoveUp)
     EXPECT_EQ(SendMessageA(gap, HBM_GETIMAGE, 0, 0), SendMessageA(full, HBM_GETIMAGE, 0, 0));
     EXPECT_EQ(6, SendMessageA(full, HBM_SETIMAGECOUNT, 6, 0));
     EXPECT_EQ(0, SendMessageA(full, HBM_GETIMAGE, 5, 0));
-    Canvas paints(full); // a state past the images reads an empty slot
+    EraseCanvas paints(full); // a state past the images reads an empty slot
 }
 
 // The press machine: each step's message, and whether the button looks pressed after it.
@@ -466,7 +438,7 @@ TEST_F(Butt, ImageAndTextStandWhereTheirPositionsSay)
     for (const auto& r : kRows) {
         HWND b = Make(r.text, HBT_PUSH | HBS_NOFRAME | HBS_NOFOCUS);
         SendMessageA(b, HM_SETBACKBRUSH, (WPARAM)white, 0);
-        Canvas c(b);
+        EraseCanvas c(b);
         if (r.red.x >= 0) EXPECT_EQ(kRed, c.At(r.red.x, r.red.y)) << r.text;
         EXPECT_EQ(kWhite, c.At(r.notRed.x, r.notRed.y)) << r.text;
         if (r.textFrom == -2) {
@@ -488,12 +460,12 @@ TEST_F(Butt, ACheckedBoxIsDrawnSunkAndNoValueShowsTheLibrarysHC5)
 {
     HWND box = Make("333;", HBT_CHECK);
     {
-        Canvas off(box);
+        EraseCanvas off(box);
         EXPECT_EQ(kWhite, off.At(1, 10)) << "raised: white top and left";
     }
     SendMessageA(box, BM_SETCHECK, 1, 0);
     {
-        Canvas on(box);
+        EraseCanvas on(box);
         EXPECT_EQ(GetSysColor(COLOR_BTNSHADOW), on.At(1, 10)) << "sunk without being pressed";
     }
     // No value and the fifth image of a three-state box look the same.
@@ -502,7 +474,7 @@ TEST_F(Butt, ACheckedBoxIsDrawnSunkAndNoValueShowsTheLibrarysHC5)
     for (HWND h : {none, fifth}) SendMessageA(h, HM_SETBACKBRUSH, (WPARAM)GetStockObject(WHITE_BRUSH), 0);
     SendMessageA(none, HBM_SETDATA, 0, 0);
     SendMessageA(fifth, BM_SETCHECK, 4, 0);
-    Canvas a(none), b(fifth);
+    EraseCanvas a(none), b(fifth);
     int differing = 0;
     for (int y = 0; y < a.rc.bottom; ++y)
         for (int x = 0; x < a.rc.right; ++x) differing += a.At(x, y) != b.At(x, y);

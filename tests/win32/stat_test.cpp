@@ -14,38 +14,6 @@ constexpr COLORREF kPrefill = RGB(0, 255, 0); // what a painter leaves alone sta
 constexpr COLORREF kBlue = RGB(0, 0, 255), kRed = RGB(255, 0, 0), kWhite = RGB(255, 255, 255);
 constexpr COLORREF kGrey = RGB(128, 128, 128), kBlack = 0;
 
-// The control's erase painting, into a green memory bitmap of its client size.
-class Canvas {
-public:
-    explicit Canvas(HWND ctl)
-    {
-        GetClientRect(ctl, &rc);
-        dc = CreateCompatibleDC(nullptr);
-        HDC screen = GetDC(nullptr);
-        bmp = SelectObject(dc, CreateCompatibleBitmap(screen, rc.right, rc.bottom));
-        ReleaseDC(nullptr, screen);
-        HBRUSH fill = CreateSolidBrush(kPrefill);
-        FillRect(dc, &rc, fill);
-        DeleteObject(fill);
-        EXPECT_EQ(1, SendMessageA(ctl, WM_ERASEBKGND, (WPARAM)dc, 0));
-    }
-    ~Canvas() { DeleteObject(SelectObject(dc, bmp)); DeleteDC(dc); }
-    COLORREF At(int x, int y) const { return GetPixel(dc, x, y); }
-    HGDIOBJ Current(UINT type) const { return GetCurrentObject(dc, type); }
-    // First or last column holding a pixel of the colour, -1 if none.
-    int Column(COLORREF c, bool last) const
-    {
-        for (int i = 0; i < rc.right; ++i)
-            for (int y = 0, x = last ? rc.right - 1 - i : i; y < rc.bottom; ++y)
-                if (At(x, y) == c) return x;
-        return -1;
-    }
-    RECT rc;
-
-private:
-    HDC dc;
-    HGDIOBJ bmp;
-};
 
 // The creation style as the thin procedure left it in the creation structure.
 DWORD g_createStyle;
@@ -202,7 +170,7 @@ TEST_F(Stat, EachKindAndFrameDrawsItsEdgesAndFills)
     };
     for (const auto& r : kRows) {
         HWND ctl = Make(r.spec, r.style, r.size, r.size == 60 ? 30 : r.size);
-        Canvas c(ctl);
+        EraseCanvas c(ctl, kPrefill);
         EXPECT_EQ(r.size, c.rc.right) << "a border adds one pixel on each side to the client";
         for (const auto& p : r.points)
             EXPECT_EQ(std::get<2>(p), c.At(std::get<0>(p), std::get<1>(p)))
@@ -213,18 +181,18 @@ TEST_F(Stat, EachKindAndFrameDrawsItsEdgesAndFills)
 
 TEST_F(Stat, TextIsDrawnInItsColourWhereItIsAlignedAndEmbossed)
 {
-    Canvas left(Make("[red];[blue];II", HSK_TEXT | HSS_LEFT, 120, 30));
+    EraseCanvas left(Make("[red];[blue];II", HSK_TEXT | HSS_LEFT, 120, 30), kPrefill);
     EXPECT_LT(left.Column(kRed, false), 10);
     EXPECT_EQ(-1, left.Column(kWhite, false));
-    Canvas right(Make("[red];[blue];II", HSK_TEXT | HSS_RIGHT, 120, 30));
+    EraseCanvas right(Make("[red];[blue];II", HSK_TEXT | HSS_RIGHT, 120, 30), kPrefill);
     EXPECT_GT(right.Column(kRed, true), 110);
-    Canvas emboss(Make("[red];[blue];II", HSK_TEXT | HSS_LEFT | HSS_EMBOSS, 120, 30));
+    EraseCanvas emboss(Make("[red];[blue];II", HSK_TEXT | HSS_LEFT | HSS_EMBOSS, 120, 30), kPrefill);
     EXPECT_EQ(emboss.Column(kRed, true) + 1, emboss.Column(kWhite, true));
     // The painter ends with the white brush and the black pen, and leaves its font selected.
     HGDIOBJ font = GetStockObject(ANSI_VAR_FONT);
     HWND fonted = Make("[red];[blue];II", HSK_TEXT, 120, 30);
     SendMessageA(fonted, WM_SETFONT, (WPARAM)font, 0);
-    Canvas ends(fonted);
+    EraseCanvas ends(fonted, kPrefill);
     EXPECT_EQ(font, ends.Current(OBJ_FONT));
     EXPECT_EQ(GetStockObject(WHITE_BRUSH), ends.Current(OBJ_BRUSH));
     EXPECT_EQ(GetStockObject(BLACK_PEN), ends.Current(OBJ_PEN));
@@ -235,7 +203,7 @@ TEST_F(Stat, GroupLabelBoxIsInsetByItsFrame)
     // Transparent: only the label's box is filled, so its corner shows where it starts.
     const struct { DWORD frame; int inset; } kInsets[] = {{0, 0}, {HSS_SUNKEN, 1}, {WS_BORDER, 1}, {HSS_RIDGE, 2}};
     for (const auto& g : kInsets) {
-        Canvas c(Make("[red];[blue];Label", HSK_GROUP | HSS_TRANSPARENT | HSS_LEFT | g.frame, 100, 50));
+        EraseCanvas c(Make("[red];[blue];Label", HSK_GROUP | HSS_TRANSPARENT | HSS_LEFT | g.frame, 100, 50), kPrefill);
         EXPECT_EQ(kBlue, c.At(g.inset, g.inset)) << std::hex << g.frame;
         if (g.inset)
             EXPECT_NE(kBlue, c.At(g.inset - 1, g.inset - 1)) << std::hex << g.frame;
@@ -249,7 +217,7 @@ TEST_F(Stat, TheSiblingClipSparesOverlaps)
     ShowWindow(parent.hwnd(), SW_SHOW); // the clip skips siblings that are not visible
     HWND ctl = Make("[black];[blue];", HSK_BLANK | WS_CLIPSIBLINGS);
     ASSERT_TRUE(parent.Child("STATIC", "", 0, 52, 10, 10, 10, 10)); // over its top left
-    Canvas c(ctl);
+    EraseCanvas c(ctl, kPrefill);
     EXPECT_EQ(kPrefill, c.At(5, 5));
     EXPECT_EQ(kBlue, c.At(30, 20));
 }
