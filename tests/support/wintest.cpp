@@ -2,6 +2,7 @@
 #include "wintest.h"
 
 #include <stdio.h>
+#include <string.h>
 
 std::string Describe(const std::vector<SeenMsg>& seen)
 {
@@ -64,6 +65,41 @@ LRESULT CALLBACK TestParent::Proc(HWND hWnd, UINT msg, WPARAM wParam, LPARAM lPa
         }
     }
     return DefWindowProcA(hWnd, msg, wParam, lParam);
+}
+
+void SetKeys(bool shift, bool ctrl)
+{
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    keys[VK_SHIFT] = shift ? 0x80 : 0;
+    keys[VK_CONTROL] = ctrl ? 0x80 : 0;
+    SetKeyboardState(keys);
+}
+
+std::string ClipboardText()
+{
+    std::string text;
+    if (!OpenClipboard(nullptr))
+        return "(no clipboard)";
+    if (HANDLE h = GetClipboardData(CF_TEXT)) {
+        if (const char* p = (const char*)GlobalLock(h)) {
+            text.assign(p, strnlen(p, GlobalSize(h)));
+            GlobalUnlock(h);
+        }
+    }
+    CloseClipboard();
+    return text;
+}
+
+void PutClipboardText(const char* text)
+{
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    EmptyClipboard();
+    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE, strlen(text) + 1);
+    strcpy((char*)GlobalLock(h), text);
+    GlobalUnlock(h);
+    SetClipboardData(CF_TEXT, h);
+    CloseClipboard();
 }
 
 void PumpMessages()

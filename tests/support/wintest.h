@@ -98,3 +98,10 @@ private:
 
 // Dispatches whatever is queued for this thread.
 void PumpMessages();
+
+// Holds Shift and Ctrl down, or lets them go, in this thread's key state.
+void SetKeys(bool shift, bool ctrl);
+
+// The clipboard's text, and a text put there in place of what it held.
+std::string ClipboardText();
+void PutClipboardText(const char* text);
