@@ -14,18 +14,16 @@ namespace {
 constexpr WORD kId = 9;
 
 SeenMsg Note(HWND edit, WORD code) { return {WM_COMMAND, kId, code, edit}; }
+std::vector<SeenMsg> Notes(HWND edit, const std::vector<WORD>& codes)
+{
+    std::vector<SeenMsg> out;
+    for (WORD code : codes)
+        out.push_back(Note(edit, code));
+    return out;
+}
 
 // Keys of a typing script that are not characters.
 constexpr char kHome = '\x01', kEnd = '\x02', kLeft = '\x03', kRight = '\x04', kDelete = '\x7f';
-
-void SetKeys(bool shift, bool ctrl)
-{
-    BYTE keys[256];
-    GetKeyboardState(keys);
-    keys[VK_SHIFT] = shift ? 0x80 : 0;
-    keys[VK_CONTROL] = ctrl ? 0x80 : 0;
-    SetKeyboardState(keys);
-}
 
 struct EditWin {
     TestParent parent;
@@ -146,32 +144,6 @@ TEST(EditTyping, WholeValuesKeyByKeyWithTheirNotifications)
         EXPECT_GT(got, 0);
         EXPECT_EQ(c.value, value);
     }
-}
-
-std::string ClipboardText()
-{
-    std::string out;
-    if (!OpenClipboard(nullptr))
-        return out;
-    HANDLE h = GetClipboardData(CF_TEXT);
-    LPCSTR p = h ? (LPCSTR)GlobalLock(h) : nullptr;
-    if (p)
-        out = p;
-    if (h)
-        GlobalUnlock(h);
-    CloseClipboard();
-    return out;
-}
-
-void PutClipboardText(const char* text)
-{
-    ASSERT_TRUE(OpenClipboard(nullptr));
-    EmptyClipboard();
-    HGLOBAL h = GlobalAlloc(GMEM_MOVEABLE, strlen(text) + 1);
-    strcpy((LPSTR)GlobalLock(h), text);
-    GlobalUnlock(h);
-    SetClipboardData(CF_TEXT, h);
-    CloseClipboard();
 }
 
 // One selection step: keys with shift and ctrl, or a message, then the selection and text expected.
@@ -322,10 +294,7 @@ TEST(EditReentry, ReceiversThatDestroyOrVetoInsideANotification)
         w.Type(c.keys);
         if (c.vk && IsWindow(edit))
             SendMessageA(edit, WM_KEYDOWN, c.vk, 1);
-        std::vector<SeenMsg> expected;
-        for (WORD code : c.expected)
-            expected.push_back(Note(edit, code));
-        EXPECT_SEEN(w.parent, expected);
+        EXPECT_SEEN(w.parent, Notes(edit, c.expected));
         EXPECT_EQ(!c.destroy, IsWindow(edit) != 0);
         if (!c.destroy)
             EXPECT_EQ("56", w.Text().substr(0, c.keys[0] ? 2 : 0) + (c.keys[0] ? "" : "56"));
@@ -500,10 +469,7 @@ TEST(EditKeys, NavigationKeysTellTheReceiverAndF2PreviewsTheDisplayForm)
         SetKeys(c.shift, false);
         SendMessageA(w.hWnd, WM_KEYDOWN, c.vk, 1);
         SetKeys(false, false);
-        std::vector<SeenMsg> expected;
-        for (WORD code : c.expected)
-            expected.push_back(Note(w.hWnd, code));
-        EXPECT_SEEN(w.parent, expected);
+        EXPECT_SEEN(w.parent, Notes(w.hWnd, c.expected));
     }
     EditWin w("%nd#,##0.00");
     w.Focus();
@@ -525,30 +491,28 @@ TEST(EditMouse, TheFirstClickEntersAndLaterClicksPlaceAndSelect)
     RECT text;
     SendMessageA(w.hWnd, EM_GETRECT, 0, (LPARAM)&text);
     LPARAM start = MAKELPARAM(text.left, text.top + 1), end = MAKELPARAM(text.right - 1, text.top + 1);
-    SendMessageA(w.hWnd, WM_LBUTTONDOWN, MK_LBUTTON, start);
-    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, start);
+    auto click = [&](LPARAM at, UINT down = WM_LBUTTONDOWN, WPARAM keys = MK_LBUTTON) {
+        SendMessageA(w.hWnd, down, keys, at);
+        SendMessageA(w.hWnd, WM_LBUTTONUP, 0, at);
+    };
+    click(start);
     EXPECT_EQ(w.hWnd, GetFocus());
     EXPECT_EQ(MAKELONG(0, 11), (LONG)w.Sel()); // only entered: the focus selected all
-    SendMessageA(w.hWnd, WM_LBUTTONDOWN, MK_LBUTTON, start);
-    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, start);
+    click(start);
     EXPECT_EQ(MAKELONG(0, 0), (LONG)w.Sel());
-    SendMessageA(w.hWnd, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, end);
-    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, end);
+    click(end, WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT);
     EXPECT_EQ(MAKELONG(0, 11), (LONG)w.Sel());
     w.parent.seen.clear();
-    SendMessageA(w.hWnd, WM_LBUTTONDBLCLK, MK_LBUTTON, start);
-    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, start);
+    click(start, WM_LBUTTONDBLCLK);
     EXPECT_EQ(MAKELONG(0, 6), (LONG)w.Sel()); // the word and its trailing blank
     EXPECT_SEEN(w.parent, {Note(w.hWnd, HEN_DBLCLK)});
     // A double click on a word's first character starts at the word before, as Ctrl+Left would.
     LPARAM at = start;
     for (int x = text.left; x < text.right && LOWORD(w.Sel()) != 6; ++x) {
         at = MAKELPARAM(x, text.top + 1);
-        SendMessageA(w.hWnd, WM_LBUTTONDOWN, MK_LBUTTON, at);
-        SendMessageA(w.hWnd, WM_LBUTTONUP, 0, at);
+        click(at);
     }
-    SendMessageA(w.hWnd, WM_LBUTTONDBLCLK, MK_LBUTTON, at);
-    SendMessageA(w.hWnd, WM_LBUTTONUP, 0, at);
+    click(at, WM_LBUTTONDBLCLK);
     EXPECT_EQ(MAKELONG(0, 11), (LONG)w.Sel());
     SetFocus(other.hWnd); // a double click that enters the field takes its word from the clicked index
     SendMessageA(w.hWnd, WM_LBUTTONDBLCLK, MK_LBUTTON, start);
