@@ -55,13 +55,17 @@ protected:
             DestroyWindow(grid);
     }
 
+    // A grid window without fields.
+    void Open(DWORD styleBits)
+    {
+        grid = parent.Child(HGRID_CLASS, "no such grid", styleBits, 7, 0, 0, 300, 200);
+        gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+        ASSERT_TRUE(grid && gw && gw->grid);
+    }
     // A grid with an int column and a 6-byte string column, and `rows` records.
     void Make(DWORD styleBits, int rows)
     {
-        grid = parent.Child(HGRID_CLASS, "no such grid", styleBits, 7, 0, 0, 300, 200);
-        ASSERT_TRUE(grid);
-        gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
-        ASSERT_TRUE(gw && gw->grid);
+        ASSERT_NO_FATAL_FAILURE(Open(styleBits));
         ASSERT_EQ(0, HGAppendFld(gw->grid, Field("Num", 'n', 'i', 4, 'e')));
         ASSERT_EQ(1, HGAppendFld(gw->grid, Field("Name", 's', 's', 6, 'e')));
         while (gw->grid->records->count < rows)
@@ -77,14 +81,18 @@ protected:
     }
     HGRecord* Record(int row) { return (HGRecord*)HLListGetItem(gw->grid->records, row); }
     WORD Status(int row) { return Record(row)->recordStatus; }
+    SeenMsg Note(WORD code) const { return {WM_COMMAND, 7, code, grid}; }
     LONG Count() { return gw->grid->records->count; }
 };
 
 const LONG kSeven = 7;
 
-TEST_F(GridCells, WriteStoresTheValueMarksTheRecordAndNotifiesCellChanged)
+TEST_F(GridCells, WriteStoresTheValueMarksTheRecordNotifiesCellChangedAndFillsTheMirror)
 {
     Make(0, 2);
+    BYTE mirror[12];
+    memset(mirror, 0xEE, sizeof mirror);
+    gw->recordMirror = mirror;
     SHORT col = -9, row = -9;
     parent.onCommand = [&](const SeenMsg&) { col = gw->notifyCol, row = gw->notifyRow; };
     EXPECT_TRUE(HGSetCellData(grid, 0, 1, &kSeven));
@@ -96,10 +104,13 @@ TEST_F(GridCells, WriteStoresTheValueMarksTheRecordAndNotifiesCellChanged)
     EXPECT_EQ(HGR_DIRTY, Status(1));
     EXPECT_EQ(0, Status(0));
     EXPECT_TRUE(SendMessageA(grid, HM_GETMODIFY, 0, 0));
-    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}});
+    EXPECT_SEEN(parent, {Note(HGN_CELLCHANGED)});
+    ASSERT_TRUE(HGSetCellData(grid, 1, 1, "hi"));
+    const BYTE expected[12] = {7, 0, 0, 0, 'h', 'i', 0, 0, 0, 0, 0xEE, 0xEE}; // the record's cell area only
+    EXPECT_EQ(0, memcmp(expected, mirror, sizeof mirror));
 }
 
-TEST_F(GridCells, ANullWriteMakesTheCellNullAndZeroFilled)
+TEST_F(GridCells, ANullWriteZeroFillsAndALongStringIsCutAndStaysTerminated)
 {
     Make(0, 1);
     ASSERT_TRUE(HGSetCellData(grid, 0, 0, &kSeven));
@@ -109,11 +120,6 @@ TEST_F(GridCells, ANullWriteMakesTheCellNullAndZeroFilled)
     EXPECT_EQ(0, value);
     EXPECT_TRUE(HGSetCellData(grid, 0, 0, &kSeven));
     EXPECT_TRUE(HGGetCellData(grid, 0, 0, &value));
-}
-
-TEST_F(GridCells, AStringLongerThanTheCellIsCutAndStaysTerminated)
-{
-    Make(0, 1);
     EXPECT_TRUE(HGSetCellString(grid, 1, 0, "abcdefghij"));
     char cell[8];
     memset(cell, 'x', sizeof cell);
@@ -187,17 +193,6 @@ TEST_F(GridCells, OffsetPtrAddsTheFieldOffsetAndRefusesTheColumnPastTheLast)
     EXPECT_EQ(nullptr, HGOffsetPtr(parent.hwnd(), 0, buffer));
 }
 
-TEST_F(GridCells, TheRecordMirrorGetsTheWrittenRecordsCells)
-{
-    Make(0, 2);
-    BYTE mirror[12];
-    memset(mirror, 0xEE, sizeof mirror);
-    gw->recordMirror = mirror;
-    ASSERT_TRUE(HGSetCellData(grid, 1, 1, "hi"));
-    const BYTE expected[12] = {0, 0, 0, 0, 'h', 'i', 0, 0, 0, 0, 0xEE, 0xEE}; // the cell area only
-    EXPECT_EQ(0, memcmp(expected, mirror, sizeof mirror));
-}
-
 TEST_F(GridCells, AReceiverThatDestroysTheGridEndsTheWrite)
 {
     MakeVirtual(1);
@@ -216,14 +211,11 @@ TEST_F(GridCells, AReceiverThatDestroysTheGridEndsTheWrite)
 
 TEST_F(GridCells, CreationWithNewRowAddsABlankRowMarkedNew)
 {
-    grid = parent.Child(HGRID_CLASS, "no such grid", HGS_NEWROW, 7);
-    gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
-    ASSERT_TRUE(gw && gw->grid);
+    Open(HGS_NEWROW);
     ASSERT_EQ(1, Count());
     EXPECT_EQ(HGR_NEW, Status(0));
     // The relayout at creation and the first WM_SIZE each tell the new vertical range.
-    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_ROWADDED, grid}, {WM_COMMAND, 7, HGN_VRANGE, grid},
-                         {WM_COMMAND, 7, HGN_VRANGE, grid}});
+    EXPECT_SEEN(parent, {Note(HGN_ROWADDED), Note(HGN_VRANGE), Note(HGN_VRANGE)});
 }
 
 TEST_F(GridCells, WritingTheLastRowWithNewRowAddsTheNextBlankRow)
@@ -240,13 +232,12 @@ TEST_F(GridCells, WritingTheLastRowWithNewRowAddsTheNextBlankRow)
     EXPECT_EQ(-1, col);
     EXPECT_EQ(2, row);
     // The relayout after the added row: the range, then the current cell placed again.
-    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}, {WM_COMMAND, 7, HGN_ROWADDED, grid},
-                         {WM_COMMAND, 7, HGN_VRANGE, grid}, {WM_COMMAND, 7, HGN_EXTENDING, grid},
-                         {WM_COMMAND, 7, HGN_CELLMOVED, grid}});
+    EXPECT_SEEN(parent, {Note(HGN_CELLCHANGED), Note(HGN_ROWADDED), Note(HGN_VRANGE), Note(HGN_EXTENDING),
+                         Note(HGN_CELLMOVED)});
     parent.seen.clear();
     EXPECT_TRUE(HGSetCellData(grid, 0, 0, &kSeven)); // not the last row: nothing added
     EXPECT_EQ(3, Count());
-    EXPECT_SEEN(parent, {{WM_COMMAND, 7, HGN_CELLCHANGED, grid}});
+    EXPECT_SEEN(parent, {Note(HGN_CELLCHANGED)});
 }
 
 // ---- Virtual mode ----
@@ -319,8 +310,7 @@ TEST_F(GridCells, TextIsParsedIntoTheCellAndFormattedBackByItsClass)
         {'b', 'W', 4, "", "TRUE", "TRUE"},
     };
     for (const auto& c : kCases) {
-        grid = parent.Child(HGRID_CLASS, "no such grid", 0, 7);
-        gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+        Open(0);
         ASSERT_EQ(0, HGAppendFld(gw->grid, Field("F", c.cls, c.type, c.size, 'e', c.format)));
         HLListAdd(gw->grid->records, nullptr);
         EXPECT_TRUE(HGSetCellText(grid, 0, 0, c.in)) << c.in;
@@ -338,8 +328,7 @@ TEST_F(GridCells, TextIsParsedIntoTheCellAndFormattedBackByItsClass)
 
 TEST_F(GridCells, KindsWithoutTextAndCodedCellsWithoutEditorGiveNothing)
 {
-    grid = parent.Child(HGRID_CLASS, "no such grid", 0, 7);
-    gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+    Open(0);
     ASSERT_EQ(0, HGAppendFld(gw->grid, Field("X", 'n', 'i', 4, 'x')));
     ASSERT_EQ(1, HGAppendFld(gw->grid, HGFieldCreate("C", HGF_CODED, 40, 0, 's', 's', 'n', 'i', 4, 'd', 0, "")));
     HLListAdd(gw->grid->records, nullptr);
@@ -382,8 +371,7 @@ TEST_F(GridCells, ACodedCellIsTranslatedByItsEditorsList)
     RegisterClassA(&wc);
     HCtlBase editor = {};
     editor.hWnd = CreateWindowExA(0, "FakeCodeList", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
-    grid = parent.Child(HGRID_CLASS, "no such grid", 0, 7);
-    gw = (HGridWindow*)SendMessageA(grid, HM_GETPTR, 0, 0);
+    Open(0);
     HGField* f = HGFieldCreate("C", HGF_CODED, 40, 0, 's', 's', 'n', 'l', 0, 'l', 0, "");
     f->editor = &editor;
     ASSERT_EQ(0, HGAppendFld(gw->grid, f));
