@@ -168,10 +168,10 @@ TEST_F(GridWin, SelectedRowsAreTheRunningRangeUntilTheArrayIsFull)
     EXPECT_EQ(0, Send(HGM_ISROWSELECTED, 4));
 }
 
-TEST_F(GridWin, NameIsTheWindowTextAndItsCopyIsBounded)
+TEST_F(GridWin, NameIsTheWindowTextAndItsCopyIsBoundedAndFieldFormatAndTitleCopiesAreWhole)
 {
     Make();
-    char text[8];
+    char text[16];
     memset(text, 'x', sizeof text);
     EXPECT_EQ(3, Send(WM_GETTEXT, 4, (LPARAM)text));
     EXPECT_STREQ("no ", text);
@@ -182,13 +182,8 @@ TEST_F(GridWin, NameIsTheWindowTextAndItsCopyIsBounded)
     EXPECT_EQ(5, Send(HGM_GETNAME, sizeof text, (LPARAM)text));
     EXPECT_STREQ("Lines", text);
     EXPECT_EQ(0, Send(HGM_GETNAME, sizeof text, 0));
-}
-
-TEST_F(GridWin, FieldFormatAndTitleCopiesAreWholeAndTheirLengthsMatch)
-{
-    Make();
+    // Field format and title copies are whole and their lengths match.
     EXPECT_EQ(1, Send(HGM_FLD_SETFORMAT, 1, (LPARAM) "#,##0"));
-    char text[16] = "";
     EXPECT_EQ(5, Send(HGM_FLD_GETFORMATLEN, 1));
     EXPECT_EQ(1, Send(HGM_FLD_GETFORMAT, 1, (LPARAM)text));
     EXPECT_STREQ("#,##0", text);
@@ -301,29 +296,26 @@ TEST_F(GridWin, NotificationsComeInTheirOrder)
     }
 }
 
-TEST_F(GridWin, AMovingReceiverRedirectsTheMoveByTheNotifyCell)
+// A redirect by the notify cell is followed; a veto is overruled when the cell stays.
+TEST_F(GridWin, AMovingReceiverRedirectsTheMoveAndItsVetoIsOverruled)
 {
-    Make();
-    parent.onCommand = [this](const SeenMsg& m) {
-        if (m.code == HGN_MOVING)
-            SendMessageA(grid, HGM_SETNOTIFYCELL, 0, Cell(2, 3));
-    };
-    EXPECT_EQ(1, Send(HGM_SETCURRENT, 0, Cell(1, 1)));
-    EXPECT_EQ(Cell(2, 3), Send(HGM_GETCURRENT));
-    EXPECT_EQ(Cell(2, 3), Send(HGM_GETANCHOR));
-    EXPECT_SEEN(parent, Codes({HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED}));
-}
-
-TEST_F(GridWin, AVetoOfTheMoveIsOverruledWhenTheCellStays)
-{
-    Make();
-    parent.onCommand = [this](const SeenMsg& m) {
-        if (m.code == HGN_MOVING)
-            SendMessageA(grid, HM_VETO, 0, 0);
-    };
-    EXPECT_EQ(1, Send(HGM_SETCURRENT, 0, Cell(1, 1)));
-    EXPECT_EQ(Cell(1, 1), Send(HGM_GETCURRENT));
-    EXPECT_FALSE(Send(HGM_GETFLAGS) & HCTLF_VETO);
+    for (bool veto : {false, true}) {
+        Make();
+        parent.onCommand = [this, veto](const SeenMsg& m) {
+            if (m.code == HGN_MOVING)
+                veto ? SendMessageA(grid, HM_VETO, 0, 0) : SendMessageA(grid, HGM_SETNOTIFYCELL, 0, Cell(2, 3));
+        };
+        const LPARAM to = veto ? Cell(1, 1) : Cell(2, 3);
+        EXPECT_EQ(1, Send(HGM_SETCURRENT, 0, Cell(1, 1))) << veto;
+        EXPECT_EQ(to, Send(HGM_GETCURRENT)) << veto;
+        if (!veto) {
+            EXPECT_EQ(to, Send(HGM_GETANCHOR));
+            EXPECT_SEEN(parent, Codes({HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED}));
+        }
+        EXPECT_FALSE(Send(HGM_GETFLAGS) & HCTLF_VETO) << veto;
+        parent.onCommand = nullptr;
+        DestroyWindow(grid);
+    }
 }
 
 TEST_F(GridWin, AReceiverThatDestroysTheGridEndsTheMessageThere)
@@ -360,20 +352,15 @@ TEST_F(GridWin, AReceiverThatDestroysTheGridEndsTheMessageThere)
 
 TEST_F(GridWin, APopupGridDisablesItsTargetUntilItCloses)
 {
-    HWND popup = CreateWindowExA(0, HGRID_CLASS, "no such grid", WS_POPUP, 0, 0, 200, 100, parent.hwnd(),
-                                 nullptr, GetModuleHandleA(nullptr), nullptr);
-    ASSERT_TRUE(popup);
-    EXPECT_FALSE(IsWindowEnabled(parent.hwnd()));
-    SendMessageA(popup, WM_CLOSE, 0, 0);
-    EXPECT_TRUE(IsWindowEnabled(parent.hwnd()));
-    EXPECT_FALSE(IsWindow(popup));
-    // Destroyed without a close, it gives the input back as well.
-    popup = CreateWindowExA(0, HGRID_CLASS, "no such grid", WS_POPUP, 0, 0, 200, 100, parent.hwnd(), nullptr,
-                            GetModuleHandleA(nullptr), nullptr);
-    ASSERT_TRUE(popup);
-    EXPECT_FALSE(IsWindowEnabled(parent.hwnd()));
-    DestroyWindow(popup);
-    EXPECT_TRUE(IsWindowEnabled(parent.hwnd()));
+    for (bool close : {true, false}) { // destroyed without a close, it gives the input back as well
+        HWND popup = CreateWindowExA(0, HGRID_CLASS, "no such grid", WS_POPUP, 0, 0, 200, 100, parent.hwnd(),
+                                     nullptr, GetModuleHandleA(nullptr), nullptr);
+        ASSERT_TRUE(popup);
+        EXPECT_FALSE(IsWindowEnabled(parent.hwnd()));
+        close ? SendMessageA(popup, WM_CLOSE, 0, 0) : DestroyWindow(popup);
+        EXPECT_TRUE(IsWindowEnabled(parent.hwnd())) << close;
+        EXPECT_FALSE(IsWindow(popup));
+    }
 }
 
 TEST_F(GridWin, AnMdiGridAsksToBeDestroyedByItsClientInsteadOfClosing)
@@ -404,7 +391,7 @@ TEST_F(GridWin, SetGridLinksANewGridAndRefusesNone)
 }
 
 
-TEST_F(GridWin, AnEditableGridHasAnEditBarThatFollowsTheCurrentCell)
+TEST_F(GridWin, AnEditableGridHasAnEditBarThatFollowsTheCurrentCellAndSpansTheGrid)
 {
     Make();
     HWND bar = GetDlgItem(grid, 0xFFFF);
@@ -421,10 +408,15 @@ TEST_F(GridWin, AnEditableGridHasAnEditBarThatFollowsTheCurrentCell)
     EXPECT_EQ((LRESULT)GetStockObject(LTGRAY_BRUSH),
               SendMessageA(bar, WM_CTLCOLORSTATIC, (WPARAM)dc, (LPARAM)GetDlgItem(bar, IDC_HGRID_BARTITLE)));
     ReleaseDC(bar, dc);
-}
-
-TEST_F(GridWin, ReadOnlyAndInPlaceGridsHaveNoEditBar)
-{
+    // It spans the grid across a resize.
+    MoveWindow(grid, 0, 0, 420, 200, TRUE);
+    RECT barRect, client;
+    GetWindowRect(bar, &barRect);
+    GetClientRect(grid, &client);
+    EXPECT_EQ(client.right, barRect.right - barRect.left);
+    EXPECT_GT(barRect.bottom - barRect.top, 0);
+    DestroyWindow(grid);
+    // Read-only and in-place grids have none.
     for (DWORD style : {(DWORD)HGS_READONLY, (DWORD)HGS_INPLACE}) {
         Make(style);
         EXPECT_FALSE(gw->hBar) << style;
@@ -458,7 +450,7 @@ TEST_F(GridWin, FieldOrderReadsTheMapAndWritesItBackByMoves)
     EXPECT_EQ("Num,Qty,Sum", Titles(gw->grid));
 }
 
-TEST_F(GridWin, PositionSetsScrollSilently)
+TEST_F(GridWin, PositionSetsScrollSilentlyAndAMoveBringsTheCellIntoView)
 {
     Make();
     while (gw->grid->records->count < 60)
@@ -472,6 +464,17 @@ TEST_F(GridWin, PositionSetsScrollSilently)
     EXPECT_EQ(0, Send(HGM_GETTOPROW));
     for (const SeenMsg& m : parent.seen)
         EXPECT_NE(HGN_VSCROLLED, m.code);
+    // A move with scroll brings the column and the row into view.
+    MoveWindow(grid, 0, 0, 70, 120, TRUE); // room for one column and a few rows
+    Send(HGM_RELAYOUT, 0);
+    Send(HGM_SETCURRENT, 0, Cell(2, 40));
+    EXPECT_EQ(2, Send(HGM_GETLEFTCOL));
+    LRESULT top = Send(HGM_GETTOPROW);
+    EXPECT_LE(top, 40);
+    EXPECT_GT(top + gw->visibleRows, 40);
+    Send(HGM_SETCURRENT, 0, Cell(0, 1));
+    EXPECT_EQ(0, Send(HGM_GETLEFTCOL));
+    EXPECT_EQ(1, Send(HGM_GETTOPROW));
 }
 
 // Every record exists and holds zeros.
@@ -506,18 +509,6 @@ TEST_F(GridWin, MirrorFollowsTheCurrentRecordAndClearEmptiesTheRows)
     EXPECT_EQ(0, Send(HGM_GETCURRENT));
 }
 
-
-TEST_F(GridWin, TheEditBarSpansTheGridAcrossAResize)
-{
-    Make();
-    MoveWindow(grid, 0, 0, 420, 200, TRUE);
-    RECT bar, client;
-    GetWindowRect(gw->hBar, &bar);
-    GetClientRect(grid, &client);
-    EXPECT_EQ(client.right, bar.right - bar.left);
-    EXPECT_GT(bar.bottom - bar.top, 0);
-}
-
 TEST_F(GridWin, ADesignGridMovesItsStashEntryWithItsName)
 {
     TestParent tool("DlgEditGridWin"); // a dialog editor's top window: design time
@@ -546,23 +537,6 @@ TEST_F(GridWin, ADesignGridMovesItsStashEntryWithItsName)
     EXPECT_STREQ("DSGNC", ((HGridWindow*)SendMessageA(design, HM_GETPTR, 0, 0))->designName);
     DestroyWindow(design);
     EXPECT_FALSE(GetStashed(thread, "DSGND", nullptr));
-}
-
-TEST_F(GridWin, AMoveWithScrollBringsTheColumnAndTheRowIntoView)
-{
-    Make();
-    while (gw->grid->records->count < 60)
-        HLListAdd(gw->grid->records, nullptr);
-    MoveWindow(grid, 0, 0, 70, 120, TRUE); // room for one column and a few rows
-    Send(HGM_RELAYOUT, 0);
-    Send(HGM_SETCURRENT, 0, Cell(2, 40));
-    EXPECT_EQ(2, Send(HGM_GETLEFTCOL));
-    LRESULT top = Send(HGM_GETTOPROW);
-    EXPECT_LE(top, 40);
-    EXPECT_GT(top + gw->visibleRows, 40);
-    Send(HGM_SETCURRENT, 0, Cell(0, 1));
-    EXPECT_EQ(0, Send(HGM_GETLEFTCOL));
-    EXPECT_EQ(1, Send(HGM_GETTOPROW));
 }
 
 } // namespace
