@@ -258,19 +258,12 @@ TEST(CombDrop, OpensUpwardOnlyWhenBelowTheMiddleOfTheScreen)
 // Pixels of the drop button inside its frame, read back from a memory context.
 int CountInButton(HWND combo, COLORREF color)
 {
-    RECT rc;
-    GetClientRect(combo, &rc);
-    HDC screen = GetDC(nullptr);
-    HDC dc = CreateCompatibleDC(screen);
-    HGDIOBJ old = SelectObject(dc, CreateCompatibleBitmap(screen, rc.right, rc.bottom));
-    ReleaseDC(nullptr, screen);
-    EXPECT_EQ(1, SendMessageA(combo, WM_ERASEBKGND, (WPARAM)dc, 0));
+    EraseCanvas canvas(combo);
+    const RECT& rc = canvas.rc;
     int n = 0;
     for (int x = rc.right - GetSystemMetrics(SM_CXVSCROLL) + 3; x < rc.right - 3; ++x)
         for (int y = 3; y < rc.bottom - 3; ++y)
-            n += GetPixel(dc, x, y) == color;
-    DeleteObject(SelectObject(dc, old));
-    DeleteDC(dc);
+            n += canvas.At(x, y) == color;
     return n;
 }
 
