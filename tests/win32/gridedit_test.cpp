@@ -349,7 +349,7 @@ TEST_F(GridEdit, F2OnAReadOnlyGridGivesTheFocusToNothing)
     EXPECT_EQ(grid, GetFocus());
 }
 
-TEST_F(GridEdit, ClickMovesAndShiftClickExtendsTheSelection)
+TEST_F(GridEdit, ClickMovesAndShiftClickAndDragExtendTheSelection)
 {
     Make(HGS_INPLACE);
     Click(1, 2);
@@ -362,11 +362,8 @@ TEST_F(GridEdit, ClickMovesAndShiftClickExtendsTheSelection)
     SendMessageA(grid, WM_LBUTTONDBLCLK, 0, MAKELPARAM(20, 10));
     EXPECT_EQ((DWORD)MAKELONG(0, 0), Current());
     EXPECT_EQ(HGN_DBLCLK, Codes().back());
-}
-
-TEST_F(GridEdit, DragExtendsFromThePressedCellToTheCellUnderTheCursor)
-{
-    Make(HGS_INPLACE);
+    // A drag extends from the pressed cell to the cell under the cursor.
+    parent.seen.clear();
     Press({20, 10}, {60, 50}, {60, 50}); // pressed on (0, 0), released on (1, 2)
     EXPECT_EQ((DWORD)MAKELONG(0, 0), Anchor());
     EXPECT_EQ((DWORD)MAKELONG(1, 2), Current());
