@@ -240,19 +240,10 @@ const NoticeCase kNotices[] = {
     {"an extending move", [](HWND g, HWND) { SendMessageA(g, HGM_SETCURRENT, 1, Cell(1, 1)); },
      {HGN_EXTENDING, HGN_CELLMOVED, HGN_ROWCHANGED}},
     // No cell has been shown yet: the focus shows the current one, unless in place.
-    {"focus in and out",
-     [](HWND g, HWND p) {
-         SetFocus(g);
-         SetFocus(p);
-     },
+    {"focus in and out", [](HWND g, HWND p) { SetFocus(g), SetFocus(p); },
      {HGN_EXTENDING, HGN_CELLMOVED, HGN_SETFOCUS, HGN_KILLFOCUS}},
-    {"focus in and out of an in-place grid",
-     [](HWND g, HWND p) {
-         SetFocus(g);
-         SetFocus(p);
-     },
-     {HGN_SETFOCUS, HGN_KILLFOCUS},
-     HGS_INPLACE},
+    {"focus in and out of an in-place grid", [](HWND g, HWND p) { SetFocus(g), SetFocus(p); },
+     {HGN_SETFOCUS, HGN_KILLFOCUS}, HGS_INPLACE},
     {"focus back shows the editor that the focus loss hid",
      [](HWND g, HWND p) {
          SetFocus(g);
@@ -261,20 +252,13 @@ const NoticeCase kNotices[] = {
          SetFocus(g);
      },
      {HGN_EXTENDING, HGN_CELLMOVED, HGN_SETFOCUS, HGN_MOVING, HGN_CELLMOVED, HGN_ROWCHANGED, HGN_KILLFOCUS,
-      HGN_SETFOCUS},
-     0,
-     1},
+      HGN_SETFOCUS}, 0, 1},
     {"an editor's focus going to a bar button leaves a keep-selection grid",
      [](HWND g, HWND) { SendMessageA(g, HM_CHILDBLUR, (WPARAM)BarButton(g, IDOK), 0); },
-     {HGN_KILLFOCUS},
-     HGS_KEEPSEL},
+     {HGN_KILLFOCUS}, HGS_KEEPSEL},
     {"the end", [](HWND g, HWND) { DestroyWindow(g); }, {HGN_DESTROY}},
     {"field messages say nothing",
-     [](HWND g, HWND) {
-         SendMessageA(g, HGM_FLD_SETWIDTH, 0, 50);
-         SendMessageA(g, HGM_SETROWHEIGHT, 30, 0);
-     },
-     {}},
+     [](HWND g, HWND) { SendMessageA(g, HGM_FLD_SETWIDTH, 0, 50), SendMessageA(g, HGM_SETROWHEIGHT, 30, 0); }, {}},
 };
 
 TEST_F(GridWin, NotificationsComeInTheirOrder)
@@ -480,20 +464,7 @@ TEST_F(GridWin, PositionSetsScrollSilentlyAndAMoveBringsTheCellIntoView)
 // Every record exists and holds zeros.
 LONG CALLBACK ZeroRows(HWND, UINT, LONG, LPVOID) { return 1; }
 
-TEST_F(GridWin, ADataProcMakesTheGridVirtualAndItsRemovalPlain)
-{
-    Make();
-    EXPECT_EQ(0, Send(HGM_SETDATAPROC, 0, (LPARAM)ZeroRows));
-    EXPECT_TRUE(Send(HGM_GETFLAGS) & HGW_VIRTUAL);
-    EXPECT_EQ((LRESULT)ZeroRows, Send(HGM_GETDATAPROC));
-    EXPECT_EQ(1, Send(HGM_SETTOTAL, 0, 1000));
-    EXPECT_EQ(1000, Send(HGM_GETTOTAL));
-    EXPECT_EQ((LRESULT)ZeroRows, Send(HGM_SETDATAPROC, 0, 0));
-    EXPECT_FALSE(Send(HGM_GETFLAGS) & HGW_VIRTUAL);
-    EXPECT_EQ(0, Send(HGM_SETTOTAL, 0, 40));
-}
-
-TEST_F(GridWin, MirrorFollowsTheCurrentRecordAndClearEmptiesTheRows)
+TEST_F(GridWin, TheMirrorFollowsTheCurrentRecordClearEmptiesTheRowsAndADataProcMakesTheGridVirtual)
 {
     Make();
     LONG value = 77;
@@ -507,6 +478,15 @@ TEST_F(GridWin, MirrorFollowsTheCurrentRecordAndClearEmptiesTheRows)
     EXPECT_EQ(1, Send(HGM_CLEAR, 1));
     EXPECT_EQ(0, Send(HGM_GETRECORDCOUNT));
     EXPECT_EQ(0, Send(HGM_GETCURRENT));
+    // A data proc makes the grid virtual and its removal plain again.
+    EXPECT_EQ(0, Send(HGM_SETDATAPROC, 0, (LPARAM)ZeroRows));
+    EXPECT_TRUE(Send(HGM_GETFLAGS) & HGW_VIRTUAL);
+    EXPECT_EQ((LRESULT)ZeroRows, Send(HGM_GETDATAPROC));
+    EXPECT_EQ(1, Send(HGM_SETTOTAL, 0, 1000));
+    EXPECT_EQ(1000, Send(HGM_GETTOTAL));
+    EXPECT_EQ((LRESULT)ZeroRows, Send(HGM_SETDATAPROC, 0, 0));
+    EXPECT_FALSE(Send(HGM_GETFLAGS) & HGW_VIRTUAL);
+    EXPECT_EQ(0, Send(HGM_SETTOTAL, 0, 40));
 }
 
 TEST_F(GridWin, ADesignGridMovesItsStashEntryWithItsName)
