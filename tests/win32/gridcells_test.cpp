@@ -147,7 +147,7 @@ TEST_F(GridCells, EveryGridRoutineIsExportedAndTheTwoSetNamesAreOne)
     EXPECT_EQ((void*)GetProcAddress(dll, "HGSetCellData"), (void*)GetProcAddress(dll, "HGSetCellString"));
 }
 
-TEST_F(GridCells, BadAddressesAndWindowsOtherThanGridsGiveZero)
+TEST_F(GridCells, BadAddressesAndWindowsOtherThanGridsGiveZeroAndOffsetPtrRefusesThem)
 {
     Make(0, 1);
     LONG value = 0;
@@ -164,6 +164,14 @@ TEST_F(GridCells, BadAddressesAndWindowsOtherThanGridsGiveZero)
         EXPECT_FALSE(HGSetCellText(c.w, c.col, c.row, "1"));
     }
     EXPECT_TRUE(parent.seen.empty());
+    // The offset pointer adds the field's offset and refuses the column past the last.
+    BYTE buffer[16];
+    EXPECT_EQ(buffer, HGOffsetPtr(grid, 0, buffer));
+    EXPECT_EQ(buffer + 4, HGOffsetPtr(grid, 1, buffer));
+    EXPECT_EQ(nullptr, HGOffsetPtr(grid, 2, buffer));
+    EXPECT_EQ(nullptr, HGOffsetPtr(grid, -1, buffer));
+    EXPECT_EQ(nullptr, HGOffsetPtr(grid, 0, nullptr));
+    EXPECT_EQ(nullptr, HGOffsetPtr(parent.hwnd(), 0, buffer));
 }
 
 // A host calling the handler itself, without a record or a creation structure,
@@ -179,18 +187,6 @@ TEST_F(GridCells, TheHandlerWithoutARecordAnswersNothing)
         EXPECT_EQ(b.notHandled, notHandled) << b.msg;
     }
     EXPECT_EQ(0, HGridMsgHandler(parent.hwnd(), HM_GETSTYLE, 0, 0, nullptr, nullptr));
-}
-
-TEST_F(GridCells, OffsetPtrAddsTheFieldOffsetAndRefusesTheColumnPastTheLast)
-{
-    Make(0, 0);
-    BYTE buffer[16];
-    EXPECT_EQ(buffer, HGOffsetPtr(grid, 0, buffer));
-    EXPECT_EQ(buffer + 4, HGOffsetPtr(grid, 1, buffer));
-    EXPECT_EQ(nullptr, HGOffsetPtr(grid, 2, buffer));
-    EXPECT_EQ(nullptr, HGOffsetPtr(grid, -1, buffer));
-    EXPECT_EQ(nullptr, HGOffsetPtr(grid, 0, nullptr));
-    EXPECT_EQ(nullptr, HGOffsetPtr(parent.hwnd(), 0, buffer));
 }
 
 TEST_F(GridCells, AReceiverThatDestroysTheGridEndsTheWrite)
