@@ -173,7 +173,7 @@ TEST(CombDrop, OpensAndClosesByKeysClicksAndFocusWithTheirNotifications)
     }
 }
 
-TEST(CombDrop, HookClosesOnlyOnAClickOutsideTheCombosWindows)
+TEST(CombDrop, HookClosesOnlyOnAClickOutsideTheCombosWindowsAndListActivationKeepsTheFocus)
 {
     enum Target { PARENT, LIST, CHILD, COMBO };
     const struct {
@@ -202,13 +202,9 @@ TEST(CombDrop, HookClosesOnlyOnAClickOutsideTheCombosWindows)
         EXPECT_EQ(!c.closes, IsWindowVisible(w.list) != FALSE);
     }
     // With no open combo the hook only passes the event on.
-    CombWin w(kDrop);
-    EXPECT_EQ(0, w.Hook(HC_ACTION, WM_LBUTTONDOWN, w.parent.hwnd()));
-}
-
-TEST(CombDrop, MouseActivationOfTheListLeavesTheFocusInTheChild)
-{
     CombWin w(kDrop | kEdit);
+    EXPECT_EQ(0, w.Hook(HC_ACTION, WM_LBUTTONDOWN, w.parent.hwnd()));
+    // A mouse activation of the open list leaves the focus in the child.
     SendMessageA(w.combo, CB_SHOWDROPDOWN, 1, 0);
     EXPECT_EQ(0, SendMessageA(w.list, WM_MOUSEACTIVATE, (WPARAM)w.list, MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN)));
     EXPECT_EQ(w.child, GetFocus());
