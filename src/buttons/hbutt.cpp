@@ -2,6 +2,7 @@
 // value with its data link and radio group, and the end of a click.
 #include "buttons/hbutt.h"
 #include "frame/frame.h"
+#include "typed/numbers.h"
 #include "frame/strings.h"
 
 #include <string.h>
@@ -296,27 +297,7 @@ bool HButtAnswersRadio(HWND hWnd)
 
 bool HButtStoreState(char type, LPVOID target, UINT state)
 {
-    switch (type) {
-    case HTYPE_BYTE:
-    case HTYPE_CHAR:
-        *(BYTE*)target = (BYTE)state;
-        return true;
-    case HTYPE_SHORT:
-    case HTYPE_WORD: {
-        WORD w = (WORD)state;
-        memcpy(target, &w, sizeof w);
-        return true;
-    }
-    case HTYPE_INT:
-    case HTYPE_LONG:
-    case HTYPE_ULONG:
-    case HTYPE_DWORD: {
-        DWORD d = state;
-        memcpy(target, &d, sizeof d);
-        return true;
-    }
-    }
-    return false;
+    return HNumStoreUnsigned(type, target, state);
 }
 
 UINT HButtGroupPos(const HButtRec* b)

@@ -201,29 +201,7 @@ extern "C" BOOL QUILLAPI HBoolIsTrue(char type, LPCVOID value)
 
 extern "C" BOOL QUILLAPI HBoolStore(char type, LPVOID value, BOOL truth)
 {
-    if (!value)
-        return FALSE;
-    uint32_t v = truth ? 1 : 0;
-    switch (type) {
-    case HTYPE_DWORD:
-    case HTYPE_INT:
-    case HTYPE_LONG:
-    case HTYPE_ULONG:
-        memcpy(value, &v, sizeof v);
-        return TRUE;
-    case HTYPE_BYTE:
-    case HTYPE_CHAR:
-        *(uint8_t*)value = (uint8_t)v;
-        return TRUE;
-    case HTYPE_SHORT:
-    case HTYPE_WORD: {
-        uint16_t w = (uint16_t)v;
-        memcpy(value, &w, sizeof w);
-        return TRUE;
-    }
-    default:
-        return FALSE;
-    }
+    return value && HNumStoreUnsigned(type, value, truth ? 1 : 0);
 }
 
 extern "C" int QUILLAPI HBoolFormat(BOOL truth, LPCSTR mask, LPSTR text, int size)

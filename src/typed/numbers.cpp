@@ -736,6 +736,29 @@ extern "C" double QUILLAPI NumToDouble(LPCVOID value, char type)
     }
 }
 
+bool HNumStoreUnsigned(char type, LPVOID target, DWORD v)
+{
+    switch (type) {
+    case HTYPE_BYTE:
+    case HTYPE_CHAR:
+        *(uint8_t*)target = (uint8_t)v;
+        return true;
+    case HTYPE_SHORT:
+    case HTYPE_WORD: {
+        uint16_t w = (uint16_t)v;
+        memcpy(target, &w, sizeof w);
+        return true;
+    }
+    case HTYPE_INT:
+    case HTYPE_LONG:
+    case HTYPE_ULONG:
+    case HTYPE_DWORD:
+        memcpy(target, &v, sizeof v);
+        return true;
+    }
+    return false;
+}
+
 extern "C" BOOL QUILLAPI DoubleToNum(LPVOID value, char type, double number)
 {
     if (!value)

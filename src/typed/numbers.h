@@ -29,6 +29,10 @@ int HNumDigits(double value, int places, char* digits, int capacity, int* decpt,
 // that every build gives the same double. Up to 127 significant characters.
 double HNumReadDecimal(LPCSTR text);
 
+// Stores v at the width of an integer type letter (b h s w i l u W), keeping its
+// low bits. False, with nothing written, for any other type.
+bool HNumStoreUnsigned(char type, LPVOID target, DWORD v);
+
 // One section of a number mask, counted in full precision (HNumMask holds the
 // same counts cut to bytes).
 struct HNumLayout {
